@@ -1,0 +1,25 @@
+# One target a floor of the module. Headers of a floor are reachable only through linking it: its
+# include folder holds nothing but a link to the floor's own source folder, so a file that names a
+# floor which its target does not link fails to compile.
+#
+#   quillmar_floor(<floor> [TYPE STATIC|SHARED] SOURCES ... LINKS <floors below> [SYSTEM ...])
+function(quillmar_floor floor)
+  cmake_parse_arguments(ARG "" "TYPE" "SOURCES;LINKS;SYSTEM" ${ARGN})
+  if(NOT ARG_TYPE)
+    set(ARG_TYPE STATIC)
+  endif()
+  set(target quillmar_${floor})
+  add_library(${target} ${ARG_TYPE} ${ARG_SOURCES})
+  set(view ${CMAKE_BINARY_DIR}/floors/${floor})
+  file(MAKE_DIRECTORY ${view})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${view}/${floor} SYMBOLIC)
+  target_include_directories(${target} PUBLIC ${view})
+  target_link_libraries(${target} PUBLIC quillmar_contracts PRIVATE quillmar_warnings)
+  foreach(below IN LISTS ARG_LINKS)
+    target_link_libraries(${target} PUBLIC quillmar_${below})
+  endforeach()
+  if(ARG_SYSTEM)
+    target_link_libraries(${target} PUBLIC ${ARG_SYSTEM})
+  endif()
+  set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endfunction()

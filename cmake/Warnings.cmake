@@ -1,0 +1,10 @@
+# Compiler settings of everything in this project.
+add_library(quillmar_warnings INTERFACE)
+target_compile_options(quillmar_warnings INTERFACE
+  $<$<COMPILE_LANGUAGE:C,CXX>:-Wall;-Wextra;-Wpedantic;-Werror>
+  # Reports name their source file relative to the project, wherever it was built.
+  $<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=>)
+if(NOT WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Otherwise a template's static data would keep a library loaded that was unloaded.
+  target_compile_options(quillmar_warnings INTERFACE -fno-gnu-unique)
+endif()

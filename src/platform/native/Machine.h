@@ -1,0 +1,108 @@
+// The machine that the native backend plays: root folder with its drives and registry, clock,
+// message queue, answers to dialogs, record of what was shown and traced, automation objects.
+//
+// One machine is current in a process. It is made from the path of the first module of an image
+// that attaches ("<root>/drive_c/..."), or set by a program or test with MachineScope; machines
+// are independent of each other.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Automation.h"
+
+namespace quillmar::platform {
+
+// An answer of the user to the next dialog of a kind. Without an answer a dialog is cancelled.
+struct ScriptedAnswers {
+  std::deque<std::string> folders;    // AskFolder
+  std::deque<std::string> saveFiles;  // AskSaveFile
+};
+
+struct ShownDialog {
+  std::string kind;  // "message", "folder", "save"
+  std::string title;
+  std::string text;
+};
+
+// What an in-process automation object offers; registered with a machine under its class.
+class AutomationServer {
+ public:
+  virtual ~AutomationServer() = default;
+  virtual AutomationResult Call(int identifier, const AutomationArguments& arguments) = 0;
+  virtual std::optional<int> FindMember(const std::string& name) = 0;
+};
+
+class Machine {
+ public:
+  // `root` holds drive_c, drive_d ... and registry/.
+  explicit Machine(std::filesystem::path root);
+  ~Machine();
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
+
+  static Machine& Current();
+
+  const std::filesystem::path& Root() const;
+
+  // Host path of a Windows path; parts match existing names without regard to case. Parts that do
+  // not exist are appended as written.
+  std::filesystem::path HostPath(const std::string& windowsPath) const;
+  // Windows path of a host path below the root; empty when it is not below it.
+  std::string WindowsPath(const std::filesystem::path& hostPath) const;
+
+  // The clock follows the system until it is set; a set clock moves on by one millisecond with
+  // each reading, so a loop that waits for it always ends.
+  void SetClock(std::uint32_t milliseconds);
+  void SetVolumeSerial(std::uint32_t serial);
+  // Folders that stand for the PATH variable, as Windows paths.
+  void SetSearchPath(std::vector<std::string> folders);
+
+  ScriptedAnswers& Answers();
+  // What was shown and traced so far, oldest first.
+  std::vector<ShownDialog>& Shown();
+  std::vector<std::string>& DebugLines();
+
+  // Running automation objects by class identifier. A dead server answers every call with
+  // ServerGone.
+  void RegisterActiveObject(const std::string& classId, std::shared_ptr<AutomationServer> server);
+  void RevokeActiveObject(const std::string& classId);
+  // Servers are started by the system through this when no object is active; may be empty.
+  void SetClassFactory(const std::string& classId,
+                       std::function<std::shared_ptr<AutomationServer>()> make);
+
+  struct State;  // the backend's own
+  State& Internals();
+
+ private:
+  std::unique_ptr<State> state;
+};
+
+// Makes a machine the current one for the life of the scope.
+class MachineScope {
+ public:
+  explicit MachineScope(Machine& machine);
+  ~MachineScope();
+  MachineScope(const MachineScope&) = delete;
+  MachineScope& operator=(const MachineScope&) = delete;
+
+ private:
+  Machine* before;
+};
+
+// Called by the native library entry point and by programs of an image with their own host path:
+// makes the image's machine current when none is.
+void AttachToImage(const std::string& hostPath);
+
+// Name of the function through which a program that is a shared object is started inside this
+// process (StartProgram): int (*)(const char* commandLine), nonzero when it started; it has
+// registered its objects and windows when it returns.
+inline constexpr const char* kInProcessProgramStart = "QmProgramStart";
+
+}  // namespace quillmar::platform
