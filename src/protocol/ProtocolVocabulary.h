@@ -1,0 +1,96 @@
+// Fixed sections, keywords and global items of protocols that several floors share. The letters
+// are those that the calculations expect, also where they are spelt in two ways.
+#pragma once
+
+namespace quillmar::section {
+inline constexpr const char* kCadx = "Cadx";
+inline constexpr const char* kView = "View";
+inline constexpr const char* kObject = "Object";
+inline constexpr const char* kMain = "Main";
+inline constexpr const char* kFiles = "Files";
+inline constexpr const char* kData = "Data";
+inline constexpr const char* kGlobals = "Globals";
+inline constexpr const char* kMcwData = "MCWData";
+inline constexpr const char* kMcwParts = "MCWParts";
+inline constexpr const char* kMcwViews = "McwViews";
+inline constexpr const char* kMcwProtOrder = "McwProtOrder";
+inline constexpr const char* kVarDescriptions = "VarDescriptions";
+inline constexpr const char* kSuperProtocolOrder = "SuperProtocolOrder";
+inline constexpr const char* kLinksFrom = "LinksFrom";
+inline constexpr const char* kLinksTo = "LinksTo";
+inline constexpr const char* kSpecial = "Special";
+inline constexpr const char* kHexaplan = "Hexaplan";
+inline constexpr const char* kConfigurations = "Configurations";
+inline constexpr const char* kCalc = "Calc";
+inline constexpr const char* kMaterial = "Material";
+inline constexpr const char* kGrupova = "Grupova";
+inline constexpr const char* kTessioCallParam = "TessioCallParam";
+}  // namespace quillmar::section
+
+namespace quillmar::keyword {
+inline constexpr const char* kDataFile = "DataFile";
+inline constexpr const char* kProtId = "ProtID";
+inline constexpr const char* kOrder = "Order";
+inline constexpr const char* kNewView = "NewView";
+inline constexpr const char* kPartName = "PartName";
+inline constexpr const char* kDrawingName = "DrawingName";
+inline constexpr const char* kFromCad = "FromCad";
+inline constexpr const char* kDrawn = "Drawn";
+inline constexpr const char* kDoNotErase = "DoNotErase";
+inline constexpr const char* kReallySmartPart = "ReallySmartPart";
+inline constexpr const char* kSmartPart = "SmartPart";
+inline constexpr const char* kLoop = "Loop";
+inline constexpr const char* kOptim = "Optim";
+inline constexpr const char* kModelError = "ModelError";
+inline constexpr const char* kUpdate = "Update";
+inline constexpr const char* kRecalcNew = "Recalc";    // a new calculation is to be run
+inline constexpr const char* kRecalcAgain = "recalc";  // an existing one is to be run again
+inline constexpr const char* kAsmPath = "AsmPath";
+inline constexpr const char* kCadVars = "CADVars";
+inline constexpr const char* kDescription = "Description";
+inline constexpr const char* kDriver = "Driver";
+inline constexpr const char* kViewData = "Data";
+inline constexpr const char* kVisibled = "Visibled";
+inline constexpr const char* kCadDescription = "CadDescription";
+inline constexpr const char* kBolt = "Bolt";
+inline constexpr const char* kLetMeKnow = "LetMeKnow";
+inline constexpr const char* kUpdateAll = "UpdateAll";
+inline constexpr const char* kFromSymbols = "FromSymbols";
+inline constexpr const char* kCalcName = "CalcName";
+inline constexpr const char* kPath = "Path";
+inline constexpr const char* kActive = "Active";
+}  // namespace quillmar::keyword
+
+namespace quillmar::global {
+inline constexpr const char* kTypeOfPart = "TypeOfPart";
+inline constexpr const char* kUnit = "Unit";
+inline constexpr const char* kUnitIsmm = "UnitIsmm";
+inline constexpr const char* kLevel = "Level";
+inline constexpr const char* kFromPin = "FromPin";
+inline constexpr const char* kToPin = "ToPin";
+inline constexpr const char* kOrientPin = "OrientPin";
+inline constexpr const char* kMeasure = "Measure";
+inline constexpr const char* kReallyRemoveInfo = "ReallyRemoveInfo";
+inline constexpr const char* kRemoveInfo = "RemoveInfo";
+inline constexpr const char* kScale = "Scale";
+inline constexpr const char* kChanged = "Changed";
+inline constexpr const char* kOwnerWindow = "OwnerHWND";
+inline constexpr const char* kOldOwnerWindow = "OldOwnerHWND";
+inline constexpr const char* kOldModelId = "OldModelId";
+inline constexpr const char* kStandard = "Standard";
+inline constexpr const char* kLanguage = "Language";
+inline constexpr const char* kFirstRun = "FirstRun";
+inline constexpr const char* kCaption = "Caption";
+inline constexpr const char* kModel = "Model";
+inline constexpr const char* kPath = "Path";
+inline constexpr const char* kGenPartType = "GenPartType";
+inline constexpr const char* kGenCopyFile = "GenCopyFile";
+inline constexpr const char* kRefKey = "RefKey";
+inline constexpr const char* kDataChanged = "DataChanged";
+inline constexpr const char* kExit = "Exit";
+inline constexpr const char* kWdOperation = "WDOperation";
+inline constexpr const char* kWdProtocol = "WDProtocol";
+inline constexpr const char* kBomMassValue = "BOM5";
+inline constexpr const char* kBomMassUnit = "BOM6";
+inline constexpr const char* kBomCount = "BOM7";
+}  // namespace quillmar::global
