@@ -1,10 +1,11 @@
 // Numbered user texts, loaded once from the language file.
 #pragma once
 
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "platform/WindowTexts.h"
 #include "quillmar/Conventions.h"
 
 namespace quillmar {
@@ -19,13 +20,14 @@ class LanguageTable {
   const std::string& GetText(int number) const;
 
   // Replaces placeholders ("~" and a number) in the window's text, its children's texts and its
-  // menu.
+  // menu. Always true.
   bool TranslateWindow(QmWindow window) const;
   // The same in a menu and its submenus; false for no menu.
-  bool TranslateMenu(QmModule menu) const;
+  bool TranslateMenu(platform::MenuHandle menu) const;
 
  private:
   void Store(int number, std::string text);
+  std::optional<std::string> Replacement(const std::string& text) const;
 
   std::vector<std::string> texts;
 };

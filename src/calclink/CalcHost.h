@@ -83,6 +83,7 @@ class CalcHost {
   platform::AutomationResult CallAttached(int method, const platform::AutomationArguments& arguments,
                                           platform::AutomationType type);
   void AttachToRunningHost();
+  void CreateHost();
   bool WaitUntilReady();
   void SendSession(const HostSession& session);
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/ErrorLog.h"
@@ -73,7 +74,7 @@ class VXProtocol {
   bool EraseKeyWord(TextRef section, TextRef keyword);
   bool EraseSection(TextRef section);
   bool GetKeyList(TextRef section, std::vector<std::string>& keywords);
-  // Number of keywords of a section; 0 is reported as a failure to read the list.
+  // Number of keywords of a section; an empty section is reported like one that cannot be read.
   int GetKeyCount(TextRef section);
   bool GetOneKey(short index, std::string& keyword, std::string& value);
   bool GetGlobalData(TextRef item, std::string& value);
@@ -180,19 +181,21 @@ class VXProtocol {
   bool PutBufferFromReference(const std::string& reference, Markers markers);
 
  private:
-  enum class OwnerState { Held, Gone, Unknown };
+  // Empties the outputs; false, with a report, when the object is not ready.
+  template <class... Out>
+  bool CheckReady(Out&... outputs);
+  // Reports and returns false.
+  bool Report(const std::string& message, const SourceStamp& source) const;
+  const char* Id() const { return protocolId.c_str(); }
 
-  bool CheckReady();
-  bool Report(const std::string& message, int line) const;
-  int TakeHeld(QmWindow owner, bool activate);
-  int RecreateFromReference(const std::string& id, const std::string& reference, Markers markers);
-  int OpenHeldByCalculation(const std::string& id, const std::string& reference, bool activate,
-                            Markers markers);
   int OpenExisting(const std::string& id, const std::string& reference, bool activate,
                    Markers markers);
+  int OpenHeldByCalculation(const std::string& id, const std::string& reference, bool activate,
+                            Markers markers);
+  int LeaveToOwner(QmWindow owner, bool activate);
+  int MakeAnew(const std::string& id, const std::string& reference, Markers markers);
+  bool CopyByBuffer(const std::string& sourceId);
   int ReadPin(TextRef item);
-  bool ReadParents(bool read, const std::string& list, const std::string& message,
-                   std::vector<std::string>& identifiers, int line);
 
   const ProtocolContext& context;
   int ready = 0;
