@@ -1,0 +1,15 @@
+// What the CAD measured on an object, kept in its protocol.
+#pragma once
+
+#include "parts/PartServices.h"
+
+namespace quillmar {
+
+// Reference dimensions and physical properties into the protocol's data parameters, for kinds that
+// have a body of their own.
+void ReadPhysicalProperties(const PartServices& services, VXProtocol& protocol);
+
+// Which parts of an assembly are visible, when the driver tells it.
+void PartStateUpdate(const PartServices& services, VXProtocol& protocol);
+
+}  // namespace quillmar

@@ -1,0 +1,127 @@
+// The base of every object that turns one calculation's protocol into an object in the CAD and
+// keeps it up to date. A part object is made for one open protocol and one insert or update. The
+// base holds the whole procedure; each kind supplies the CAD calls for its kind of object.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bom/ExtDataPairs.h"
+#include "parts/PartServices.h"
+#include "protocol/VXProtocol.h"
+
+namespace quillmar {
+
+enum class InsertMode {
+  Plain = 0,
+  Clipboard = 1,  // pasted: the object that the clipboard carries is reconnected first
+  Child = 2,      // a new view of its single parent
+  View = 3        // one view of a calculation with several, used by Insert itself
+};
+
+class VXPart {
+ public:
+  // `protocol` is open, stays so, and outlives the part; so does `services`.
+  VXPart(const PartServices& services, VXProtocol& protocol);
+  VXPart(const VXPart&) = delete;
+  VXPart& operator=(const VXPart&) = delete;
+
+  // --- operations that kinds replace, in slot order ---
+
+  // Makes the full model-file path. A local part whose change leaves its library model alone
+  // keeps its file. False only when the user cancelled a question.
+  virtual bool MakeFileName(bool change, bool modelChanged);
+  // Path of the library model; false, and `path` untouched, when the kind has none.
+  virtual bool GetModelFilePath(std::string& path);
+  virtual ~VXPart() = default;
+  // False here, so that a part without a kind can never be inserted.
+  virtual bool CreatePartFile();
+  virtual bool InsertIntoCad(const std::string& connection, const ExtDataPairs& pairs);
+  virtual bool ChangeInCad(const std::string& connection, const ExtDataPairs& pairs);
+  // Reads what the CAD knows of the object into the protocol.
+  virtual bool ReadBackFromCad();
+  // True when the kind has a description of its own: it is built before inserting, and the
+  // user's folder rule counts for its file.
+  virtual bool WantsDescription();
+  virtual bool BeforeConnect();
+  // Without dot.
+  virtual std::string GetFileExtension();
+  virtual std::string GetFileTypeName();
+  virtual std::string DescriptionSuffix();
+
+  // --- the procedures ---
+
+  // Puts a new object into the CAD. False after a failure, and also after a successful insert
+  // while the calculation runs an optimisation loop: the values that the loop wants have then
+  // been read back.
+  bool Insert(InsertMode mode);
+  // Changes the existing object.
+  bool Update();
+
+  // Decides whether the part is local and keeps the decision in the protocol; false when it could
+  // not be kept.
+  bool DetermineLocalFlag();
+  void BuildCaption();
+
+  // The list that the CAD gets: "name,value," of all user parameters, or with `group` of the
+  // values of that group. Always true: a protocol without data gives an empty list and a report.
+  bool BuildParameterList(std::string& text, const std::string& group = {});
+  ExtDataPairs BuildExtendedData();
+
+  VXProtocol& Protocol() { return protocol; }
+  bool IsLocal() const { return smartPart != 0; }
+  const std::string& Caption() const { return caption; }
+  const std::string& FilePath() const { return filePath; }
+
+ protected:
+  // How far the CAD object has to follow the protocol.
+  enum class Change { Full = 0, ReconnectOnly = 1, Nothing = 2 };
+  Change ChangeState();
+
+  // Gives the CAD object the protocol's new reference text.
+  bool Reconnect(const std::string& connection);
+  // The reference text under an identifier that no other object has.
+  std::string WithFreshIdentity(const std::string& connection);
+  // "<Path>\<model folder>\<model id>.<extension>".
+  std::string LibraryModelPath();
+  // Reports and gives the failure result.
+  bool Fail(const char* message, const SourceStamp& source) const;
+
+  const PartServices& services;
+  VXProtocol& protocol;
+  std::string drawingFile;  // temporary file that the calculation host writes; drawings and models
+  int smartPart = 0;        // not 0: local
+  std::string filePath;
+  std::string caption;
+  int fromCad = 0;
+  int loop = 0;  // not 0: the calculation runs an optimisation loop
+
+ private:
+  using Views = std::vector<std::unique_ptr<VXProtocol>>;
+
+  // steps of Insert
+  void TakeOverState();
+  void MarkAsView(InsertMode mode);
+  bool ReconnectSource(InsertMode mode);
+  bool ReconnectOther(const std::string& protocolId);
+  bool ReconnectClipboard();
+  bool ReconnectParent();
+  Views MakeViews();
+  void ReadBackAfterLoop();
+  // steps of Update
+  Views CollectViews();
+  void OrderViews(Views& views);
+  void CopyCadValues(Views& views);
+  bool IsUpdatedFurtherUp(const std::string& protocolId) const;
+  // of both
+  void ReadLoop();
+  void FinishOptimState();
+  bool StartViews();
+  bool AnnounceAndReopen(VXProtocol& view);
+  std::unique_ptr<VXPart> PartOfView(VXProtocol& view);
+
+  const VXPart* updatedFor = nullptr;  // the part whose view this is, during its update
+};
+
+}  // namespace quillmar
