@@ -6,7 +6,11 @@ set(QUILLMAR_SUITE_FOLDER Vantorel/Fendrake)
 set(QUILLMAR_MODULE_FOLDER Vantorel/Quillmar)
 set(QUILLMAR_CAD_FOLDER Drawboard)
 
+# Everything that belongs on drive C, for whoever wants to run it and not the tests.
+add_custom_target(image)
+
 function(quillmar_place_in_image target folder name suffix)
+  add_dependencies(image ${target})
   set_target_properties(${target} PROPERTIES
     PREFIX "" OUTPUT_NAME ${name} SUFFIX ${suffix}
     LIBRARY_OUTPUT_DIRECTORY ${QUILLMAR_DRIVE_C}/${folder}
