@@ -6,7 +6,8 @@
 
 namespace quillmar {
 
-// The library was loaded; `self` is its handle. False refuses the load.
+// The library was loaded; `self` is its handle. False refuses the load: then everything has been
+// undone already, and OnLibraryDetach is not called.
 bool OnLibraryAttach(QmModule self);
 
 // The library is being unloaded, or, with `processEnding`, the whole process ends: then other

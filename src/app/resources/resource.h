@@ -1,0 +1,13 @@
+/* Numbers of the module's resources: dialog templates, and commands of the toolbar, each of which
+ * is also the number of its tooltip in the string table. */
+#ifndef QUILLMAR_RESOURCE_H
+#define QUILLMAR_RESOURCE_H
+
+#define IDD_CALLBACK_WINDOW 4000 /* receives the suite's messages and is the floating toolbar */
+#define IDD_HELPER_WINDOW 4002
+
+#define ID_TOOLBAR_OPTIONS 0x8005
+#define ID_TOOLBAR_REFRESH_LINKS 0x800C
+#define ID_TOOLBAR_UPDATE_DATA 0x800D
+
+#endif /* QUILLMAR_RESOURCE_H */
