@@ -59,8 +59,16 @@
   X(GetCadHinstance, QM_CDECL, QmModule, (void), ())
 /* clang-format on */
 
+/* On Windows the names come from the library's module-definition file: an export attribute would
+ * add decorated ones. */
+#if defined(_WIN32)
+#define QM_MODULE_EXPORT
+#else
+#define QM_MODULE_EXPORT QM_EXPORT
+#endif
+
 #define QM_DECLARE_EXPORT(name, convention, result, parameters, arguments) \
-  QM_EXTERN_C QM_EXPORT result convention name parameters;
+  QM_EXTERN_C QM_MODULE_EXPORT result convention name parameters;
 QM_EXPORTS(QM_DECLARE_EXPORT)
 #undef QM_DECLARE_EXPORT
 

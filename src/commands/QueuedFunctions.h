@@ -1,0 +1,26 @@
+// Functions that are asked for from inside another call and run later, on the module's own message
+// loop. One function is queued at a time; the newest request wins.
+#pragma once
+
+#include <functional>
+
+#include "parts/PartServices.h"
+
+namespace quillmar {
+
+class QueuedFunctions {
+ public:
+  // `post` posts the message that brings Run about.
+  QueuedFunctions(const PartServices& services, std::function<void()> post);
+
+  void Queue(int number);
+  // Runs the queued function; numbers without a function are ignored. The function's result.
+  int Run();
+
+ private:
+  const PartServices& services;
+  std::function<void()> post;
+  int pending = 0;
+};
+
+}  // namespace quillmar
