@@ -4,7 +4,6 @@
 
 #include <map>
 #include <string>
-#include <vector>
 
 namespace quillmar {
 
@@ -19,11 +18,10 @@ class BomTags {
   std::string NameInCad(const std::string& entry) const;
 
   // Forgets all registered tags.
-  void Clear();
+  void Clear() { names.clear(); }
 
  private:
-  std::vector<std::string> keys;  // in order of registration
-  std::map<std::string, std::string> names;
+  std::map<std::string, std::string> names;  // by key
   std::string defaultUserSection;
 };
 

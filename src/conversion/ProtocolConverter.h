@@ -12,8 +12,9 @@
 
 namespace quillmar {
 
-// The layout that calculations write today.
+// Major versions: the layout that calculations write today, and the one before it.
 inline constexpr int kCurrentMajor = 2;
+inline constexpr int kOldMajor = 1;
 
 class ProtocolConverter {
  public:

@@ -1,0 +1,107 @@
+#include "conversion/ParameterConverter.h"
+
+#include <span>
+
+#include "base/Texts.h"
+
+namespace quillmar {
+namespace {
+
+enum class Action {
+  Clear,       // empties `from`
+  Move,        // empties `from` and writes `to`
+  CopyInteger  // writes `to` with the leading integer of `from`, which stays
+};
+
+// A change of one data parameter; it is left out when `from` cannot be read.
+struct Change {
+  Action action;
+  const char* from;
+  const char* to = nullptr;
+};
+
+constexpr Change kDefaultDown[] = {{Action::Clear, "xxDimIncrement"}};
+
+constexpr Change kGear1Up[] = {{Action::CopyInteger, "IT", "stupenPresnosti"}};
+constexpr Change kGear1Down[] = {
+    {Action::Clear, "gama"},       {Action::Move, "stupenPresnosti", "IT"},
+    {Action::Clear, "deltaAlfa1"}, {Action::Clear, "deltaAlfa2"},
+    {Action::Clear, "Fa1"},        {Action::Clear, "Fa2"},
+};
+
+constexpr Change kGear2Up[] = {{Action::Move, "cas", "cs"}};
+constexpr Change kGear2Down[] = {
+    {Action::Move, "cs", "cas"}, {Action::Clear, "snm1"}, {Action::Clear, "snm2"},
+    {Action::Clear, "bNavrh"},   {Action::Clear, "mNavrh"}, {Action::Clear, "cMax"},
+    {Action::Clear, "co1"},      {Action::Clear, "co2"},  {Action::Clear, "cd1"},
+    {Action::Clear, "cd2"},      {Action::Clear, "pk"},   {Action::Clear, "Fa1"},
+    {Action::Clear, "Fa2"},
+};
+
+constexpr Change kGear3Up[] = {{Action::Move, "has", "ha*"}, {Action::Move, "cas", "c*"}};
+constexpr Change kGear3Down[] = {
+    {Action::Move, "ha*", "has"}, {Action::Move, "c*", "cas"}, {Action::Clear, "flagB1"},
+    {Action::Clear, "flagB2"},    {Action::Clear, "dw1"},      {Action::Clear, "hs1"},
+    {Action::Clear, "hs2"},       {Action::Clear, "ha2"},      {Action::Clear, "hf2"},
+    {Action::Clear, "sigmaF"},    {Action::Clear, "sigmaH"},   {Action::Clear, "xxDimIncrement"},
+};
+
+struct KindChanges {
+  ConverterKind kind;
+  std::span<const Change> up;
+  std::span<const Change> down;
+};
+
+constexpr KindChanges kKindChanges[] = {
+    {ConverterKind::Default, {}, kDefaultDown},
+    {ConverterKind::Gear1, kGear1Up, kGear1Down},
+    {ConverterKind::Gear2, kGear2Up, kGear2Down},
+    {ConverterKind::Gear3, kGear3Up, kGear3Down},
+};
+
+void Apply(VXProtocol& protocol, std::span<const Change> changes) {
+  for (const Change& change : changes) {
+    std::string value;
+    std::string unit;
+    if (!protocol.GetDataParam(change.from, value, unit)) continue;
+    if (change.action == Action::CopyInteger) value = std::to_string(ParseInt(value));
+    if (change.action != Action::CopyInteger) protocol.PutDataParam(change.from, "", "");
+    if (change.action != Action::Clear) protocol.PutDataParam(change.to, value, unit);
+  }
+}
+
+const KindChanges& ChangesOf(ConverterKind kind) {
+  for (const KindChanges& row : kKindChanges) {
+    if (row.kind == kind) return row;
+  }
+  return kKindChanges[0];
+}
+
+}  // namespace
+
+ParameterConverter::ParameterConverter(ConverterKind converterKind, VXProtocol& converted,
+                                       const ProtocolConverter& owner, Protocols& further)
+    : LayoutConverter(converterKind, converted, owner, further), kind(converterKind) {}
+
+int ParameterConverter::Convert(int fromMajor, int toMajor, int fromMinor, int toMinor) {
+  bool converted = ConvertMajor(fromMajor, toMajor, toMinor);
+  if (fromMajor == kCurrentMajor && toMajor == kCurrentMajor) {
+    converted = ConvertMinor(fromMinor, toMinor);
+  }
+  if (converted) MapViewKey(fromMajor, toMajor);
+  return 1;
+}
+
+bool ParameterConverter::ConvertMajor(int fromMajor, int toMajor, int toMinor) {
+  const bool up = fromMajor == kOldMajor && toMajor == kCurrentMajor;
+  const bool down = fromMajor == kCurrentMajor && toMajor == kOldMajor;
+  if (!up && !down) return false;
+  const KindChanges& changes = ChangesOf(kind);
+  Apply(protocol, up ? changes.up : changes.down);
+  protocol.SetVersion(toMajor, toMinor);
+  return true;
+}
+
+bool ParameterConverter::ConvertMinor(int, int) { return false; }
+
+}  // namespace quillmar
