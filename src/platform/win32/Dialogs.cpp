@@ -30,7 +30,7 @@ std::string SystemFilter(std::string filter) {
 void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) {
   if (icon == MessageIcon::Error) {
     MessageBoxA(nullptr, text.c_str(), title.c_str(),
-                MB_OK | MB_ICONERROR | MB_TOPMOST | MB_SETFOREGROUND);
+                MB_OK | MB_ICONERROR | MB_SYSTEMMODAL | MB_TOPMOST | MB_SETFOREGROUND);
   } else {
     MessageBoxA(GetActiveWindow(), text.c_str(), title.c_str(), MB_OK);
   }

@@ -25,19 +25,18 @@ _QuillmarCallForeign:
   .cfi_offset esi, -16
   push edi
   .cfi_offset edi, -20
-  xor eax, eax
-  mov ecx, 8
-1:
-  push eax
-  dec ecx
-  jnz 1b
   mov ecx, dword ptr [ebp + 16]
   mov edx, dword ptr [ebp + 12]
-  lea eax, [ecx * 4]
+  lea eax, [ecx * 4 + 32]
   mov ebx, esp
   sub ebx, eax
   and ebx, 15
   sub esp, ebx
+  mov eax, 8
+1:
+  push 0
+  dec eax
+  jnz 1b
   jmp 3f
 2:
   push dword ptr [edx + ecx * 4]
