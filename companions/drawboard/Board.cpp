@@ -1,0 +1,167 @@
+#include "drawboard/Board.h"
+
+#include "drawboard/BoardError.h"
+#include "drawboard/DocumentJson.h"
+#include "drawboard/DriveFiles.h"
+#include "drawboard/Folders.h"
+#include "platform/System.h"
+
+namespace drawboard {
+namespace {
+
+constexpr const char* kDocumentExtension = ".json";
+// Calls that come before a document was opened work in this one. It starts empty.
+constexpr const char* kScratchName = "Untitled";
+
+const std::string kPartExtension = "dbp";
+const std::string kFeatureExtension = "dbf";
+
+void WriteDocument(const Document& document, const Kernel& kernel) {
+  if (!WriteWholeFile(document.path, DocumentToJson(document, kernel))) {
+    throw BoardError("Cannot write the document \"" + document.path + "\"");
+  }
+}
+
+}  // namespace
+
+void Connect(BoardObject& object, const std::string& connection) {
+  object.connection = connection;
+  const std::string id = IdentifierOf(connection);
+  if (id.empty() || id == object.protocolId) return;
+  if (!object.protocolId.empty()) object.formerIds.push_back(object.protocolId);
+  object.protocolId = id;
+}
+
+Board::Board(std::string folder, std::unique_ptr<Kernel> kernel)
+    : folder(std::move(folder)), kernel(std::move(kernel)) {}
+
+std::string Board::DocumentPath(const std::string& path) const {
+  if (path.empty()) throw BoardError("A document needs a name");
+  if (path.find_first_of("\\/:") != std::string::npos) return path;
+  const std::string name = ExtensionOf(path).empty() ? path + kDocumentExtension : path;
+  return folder + "\\Document\\" + name;
+}
+
+void Board::NewDocument(const std::string& path, Unit unit) {
+  Document fresh;
+  fresh.path = DocumentPath(path);
+  fresh.unit = unit;
+  fresh.folders = DefaultFolders(fresh.path, folder);
+  WriteDocument(fresh, *kernel);
+  document = std::move(fresh);
+  selected.clear();
+  openViews.reset();
+  openGroups = 0;
+}
+
+void Board::OpenDocument(const std::string& path) {
+  const std::string full = DocumentPath(path);
+  const auto text = ReadWholeFile(full);
+  if (!text) throw BoardError("Cannot read the document \"" + full + "\"");
+  Document read = DocumentFromJson(*text);
+  read.path = full;
+  document = std::move(read);
+  selected.clear();
+}
+
+void Board::SaveDocument(const std::string& path) {
+  Document saved = Current();
+  if (!path.empty()) saved.path = DocumentPath(path);
+  WriteDocument(saved, *kernel);
+  document = std::move(saved);
+}
+
+void Board::SetFolder(const std::string& marker, const std::string& target) {
+  Change([&](Document& next, FileChanges&) {
+    if (marker == "ASM") {
+      next.folders.assembly = target;
+    } else if (marker == "WORKSPACE") {
+      next.folders.workspace = target;
+    } else if (marker == "LIB") {
+      next.folders.library = target;
+    } else if (marker == "CONTENTLIB") {
+      next.folders.contentLibrary = target;
+    } else {
+      throw BoardError("There is no folder marker \"" + marker + "\"");
+    }
+  });
+}
+
+const Document& Board::Current() {
+  if (!document) NewDocument(kScratchName, Unit::Millimetre);
+  return *document;
+}
+
+void Board::Change(const std::function<void(Document&, FileChanges&)>& change) {
+  Document next = Current();
+  FileChanges files;
+  change(next, files);
+  WriteDocument(next, *kernel);
+  files.Keep();
+  document = std::move(next);
+}
+
+const std::string& Board::ExtensionFor(Kind kind) const {
+  return kind == Kind::Feature ? kFeatureExtension : kPartExtension;
+}
+
+void Board::Insert(BoardObject object, const std::string& givenPath,
+                   const ObjectChange& finish) {
+  Change([&](Document& next, FileChanges& files) {
+    const std::string stem = StemOf(givenPath);
+    object.name = next.FreeName(stem.empty() ? KindWord(object.kind) : stem);
+    Connect(object, std::string(object.connection));
+    if (openViews && object.protocolId != *openViews) object.viewOf = *openViews;
+    BoardObject& placed = next.objects.emplace_back(std::move(object));
+    if (finish) finish(placed, next, files);
+    StorePart(next, placed, givenPath, ExtensionFor(placed.kind), *kernel, files);
+  });
+}
+
+void Board::ChangeObjects(const std::string& protocolId, const std::string& givenPath,
+                          const ObjectChange& change) {
+  Change([&](Document& next, FileChanges& files) {
+    const std::vector<BoardObject*> objects = next.FindAll(protocolId);
+    if (objects.empty()) {
+      throw BoardError("No object of the document has the protocol \"" + protocolId + "\"");
+    }
+    for (BoardObject* object : objects) {
+      change(*object, next, files);
+      ++object->changes;
+    }
+    // After all of them are changed, so that instances of one part find each other equal.
+    for (BoardObject* object : objects) {
+      StorePart(next, *object, givenPath, ExtensionFor(object->kind), *kernel, files);
+    }
+  });
+}
+
+const BoardObject& Board::Require(const std::string& key) {
+  const BoardObject* object = Current().Find(key);
+  if (object == nullptr) throw BoardError("The document has no object \"" + key + "\"");
+  return *object;
+}
+
+void Board::Select(const std::string& name) {
+  selected = name.empty() ? std::string() : Require(name).name;
+}
+
+const BoardObject* Board::Selected() {
+  return selected.empty() ? nullptr : Current().Find(selected);
+}
+
+void Board::BeginViews(const std::string& protocolId) { openViews = protocolId; }
+
+bool Board::EndViews() {
+  const bool open = openViews.has_value();
+  openViews.reset();
+  return open;
+}
+
+bool Board::EndGroup() {
+  if (openGroups == 0) return false;
+  --openGroups;
+  return true;
+}
+
+}  // namespace drawboard
