@@ -1,0 +1,48 @@
+// The calculations that the host offers. A calculation turns inputs into parts: for each part the
+// library model it is built from, its descriptions, and all its parameters.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hexaplan/calculation/Fields.h"
+
+namespace hexaplan {
+
+// Kinds of CAD objects that a calculation can yield, by their protocol number.
+enum class PartKind { Parametric = 2, Shaft = 9 };
+
+struct CalculatedPart {
+  PartKind kind = PartKind::Parametric;
+  std::string modelId;      // library model without folder and extension
+  std::string viewKey;      // view of the model
+  std::string caption;      // description shown in the CAD
+  std::string description;  // first column of a bill of materials
+  std::string size;         // second column
+  std::string subtype;      // what tells this part from others of the same calculation
+  std::string material;
+  double mass = 0;                        // kg
+  std::vector<DataParameter> parameters;  // inputs and results
+};
+
+class Calculation {
+ public:
+  virtual ~Calculation() = default;
+  // Data-file type by which the module starts it, and the name that users see.
+  virtual const char* DataFile() const = 0;
+  virtual const char* Name() const = 0;
+  // Calculates one or more parts; the first belongs to the protocol that was shown. Throws
+  // InputError when the values make no sense.
+  virtual std::vector<CalculatedPart> Run(Inputs& inputs) const = 0;
+  // Names of the parameters that are numbered "<name>_<number>"; how many of each there are depends
+  // on the inputs.
+  virtual std::vector<std::string> NumberedNames() const { return {}; }
+  // What the parameters mean, for the user who looks at one.
+  virtual std::vector<std::pair<std::string, std::string>> Descriptions() const = 0;
+};
+
+// The calculation of a data-file type (the text after "KEELDATA|", any case), null when the host
+// has none.
+const Calculation* FindCalculation(const std::string& dataFileType);
+
+}  // namespace hexaplan

@@ -1,0 +1,232 @@
+// The stepped shaft as users meet it: numbered sections, supports and loads in the current layout
+// of shaft protocols, around SteppedShaft.h.
+#include "hexaplan/calculation/ShaftCalculation.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "hexaplan/calculation/Materials.h"
+#include "hexaplan/calculation/SteppedShaft.h"
+
+namespace hexaplan {
+
+namespace {
+
+constexpr Field kSections{"#spiCount", "ND", 3, 1, 50, "number of sections", true};
+constexpr Field kType{"#spiType", "ND", 1, 1, 17, "type of the section", true};
+constexpr Field kDiameter{"d", "mm", 40, 1, 3000, "diameter of the section"};
+constexpr Field kLength{"l", "mm", 50, 0.1, 20000, "length of the section"};
+constexpr Field kMaterial{"mat", "ND", 3, 1, kLastMaterial, "material", true};
+constexpr Field kSupports{"#spinSupports", "ND", 2, 2, 2, "number of bearings", true};
+constexpr Field kSupportSection{"PShaftID", "ND", 1, 1, 50, "section of the bearing", true};
+constexpr Field kSupportInSection{"PXrel", "mm",  0,
+                                  0,       20000, "place of the bearing in its section"};
+constexpr Field kSupportPlace{"PX", "mm", 0, 0, 1e6, "place of the bearing from the left end"};
+constexpr Field kAxial{"axial", "ND", 0, 0, 1, "1: the bearing takes the axial force", true};
+constexpr Field kLoads{"#spinForces", "ND", 0, 0, 50, "number of loads", true};
+constexpr Field kLoadSection{"ZShaftID", "ND", 1, 1, 50, "section of the load", true};
+constexpr Field kLoadInSection{"ZXrel", "mm", 0, 0, 20000, "place of the load in its section"};
+constexpr Field kLoadPlace{"ZX", "mm", 0, 0, 1e6, "place of the load from the left end"};
+constexpr Field kForceX{"ZF0", "N", 0, -1e7, 1e7, "axial force"};
+constexpr Field kForceY{"ZF1", "N", 0, -1e7, 1e7, "force across the shaft, y"};
+constexpr Field kForceZ{"ZF2", "N", 0, -1e7, 1e7, "force across the shaft, z"};
+constexpr Field kTorque{"ZM0", "Nm", 0, -1e7, 1e7, "torque"};
+constexpr Field kBendingY{"ZM1", "Nm", 0, -1e7, 1e7, "bending moment in the plane x-y"};
+constexpr Field kBendingZ{"ZM2", "Nm", 0, -1e7, 1e7, "bending moment in the plane x-z"};
+constexpr Field kLineLoadY{"ZQ0", "N/mm", 0, 0, 0, "distributed loads are not calculated"};
+constexpr Field kLineLoadZ{"ZQ1", "N/mm", 0, 0, 0, "distributed loads are not calculated"};
+
+constexpr int kConeType = 5;
+
+std::string Numbered(const char* name, int number) {
+  return std::string(name) + "_" + std::to_string(number);
+}
+
+// A place is given from the left end or, as older protocols have it, within a section; the one
+// that was ordered counts first.
+double ReadPlace(Inputs& inputs, const Field& place, const Field& section, const Field& within,
+                 int number, const std::vector<ShaftSection>& sections) {
+  const bool ordered = inputs.IsOrdered(Numbered(place.name, number));
+  const bool relativeOrdered = inputs.IsOrdered(Numbered(section.name, number)) ||
+                               inputs.IsOrdered(Numbered(within.name, number));
+  const bool relative =
+      !ordered && (relativeOrdered || !inputs.IsGiven(Numbered(place.name, number)));
+  if (!relative) return inputs.Read(place, number);
+
+  const int index = static_cast<int>(inputs.Read(section, number));
+  if (index > static_cast<int>(sections.size())) {
+    throw InputError(Numbered(section.name, number),
+                     "the shaft has only " + std::to_string(sections.size()) + " sections.");
+  }
+  double x = inputs.Read(within, number);
+  for (int i = 0; i + 1 < index; ++i) x += sections[static_cast<std::size_t>(i)].length;
+  return x;
+}
+
+void ReadSections(Inputs& inputs, ShaftInput& shaft) {
+  const int count = inputs.ReadWhole(kSections);
+  for (int i = 1; i <= count; ++i) {
+    if (static_cast<int>(inputs.Read(kType, i)) == kConeType) {
+      throw InputError(Numbered(kType.name, i), "conical sections are not calculated.");
+    }
+    ShaftSection section;
+    section.diameter = inputs.Read(kDiameter, i);
+    section.length = inputs.Read(kLength, i);
+    shaft.sections.push_back(section);
+  }
+}
+
+void ReadSupports(Inputs& inputs, ShaftInput& shaft) {
+  double length = 0.0;
+  for (const ShaftSection& section : shaft.sections) length += section.length;
+  inputs.ReadWhole(kSupports);
+  const bool placed =
+      inputs.IsGiven("PX_1") || inputs.IsGiven("PShaftID_1") || inputs.IsGiven("PXrel_1");
+  bool axial[2];
+  for (int j = 0; j < 2; ++j) {
+    // Bearings that nobody placed stand in the ends.
+    shaft.support[j] = placed || j == 0 ? ReadPlace(inputs, kSupportPlace, kSupportSection,
+                                                    kSupportInSection, j, shaft.sections)
+                                        : length;
+    axial[j] = inputs.Read(kAxial, j) == 1.0;
+  }
+  if (axial[0] && axial[1]) {
+    throw InputError("axial_1", "only one bearing can take the axial force.");
+  }
+  shaft.axialSupport = axial[1] ? 1 : 0;
+}
+
+void ReadLoads(Inputs& inputs, ShaftInput& shaft) {
+  const int count = inputs.ReadWhole(kLoads);
+  for (int k = 0; k < count; ++k) {
+    ShaftLoad load;
+    load.x = ReadPlace(inputs, kLoadPlace, kLoadSection, kLoadInSection, k, shaft.sections);
+    load.forceX = inputs.Read(kForceX, k);
+    load.forceY = inputs.Read(kForceY, k);
+    load.forceZ = inputs.Read(kForceZ, k);
+    load.torque = inputs.Read(kTorque, k);
+    load.bendingY = inputs.Read(kBendingY, k);
+    load.bendingZ = inputs.Read(kBendingZ, k);
+    inputs.Read(kLineLoadY, k);
+    inputs.Read(kLineLoadZ, k);
+    shaft.loads.push_back(load);
+  }
+}
+
+class ParameterList {
+ public:
+  explicit ParameterList(std::vector<DataParameter> read) : list(std::move(read)) {}
+  void Set(const std::string& name, double value, const char* unit) {
+    const auto known = std::find_if(list.begin(), list.end(),
+                                    [&](const DataParameter& each) { return each.name == name; });
+    if (known != list.end()) {
+      known->value = NumberText(value);
+    } else {
+      list.push_back({name, NumberText(value), unit});
+    }
+  }
+  std::vector<DataParameter> Take() { return std::move(list); }
+
+ private:
+  std::vector<DataParameter> list;
+};
+
+std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput& shaft,
+                                         const Material& material, const ShaftResult& r) {
+  ParameterList list(inputs.Parameters());
+  list.Set("E", material.elasticity, "MPa");
+  list.Set("G", material.shearModulus, "MPa");
+  list.Set("ro", material.density, "kg/m3");
+  for (int j = 0; j < 2; ++j) {
+    list.Set(Numbered("PX", j), shaft.support[j], "mm");
+    list.Set(Numbered("PF0", j), shaft.axialSupport == j ? r.reactionX : 0.0, "N");
+    list.Set(Numbered("PF1", j), r.reactionY[j], "N");
+    list.Set(Numbered("PF2", j), r.reactionZ[j], "N");
+    list.Set(Numbered("PSlope", j), r.supportSlope[j] * 180.0 / 3.141592653589793, "deg");
+  }
+  for (std::size_t k = 0; k < shaft.loads.size(); ++k) {
+    list.Set(Numbered("ZX", static_cast<int>(k)), shaft.loads[k].x, "mm");
+  }
+  const double largest =
+      std::max_element(shaft.sections.begin(), shaft.sections.end(),
+                       [](const auto& a, const auto& b) { return a.diameter < b.diameter; })
+          ->diameter;
+  list.Set("Length", r.length, "mm");
+  list.Set("dMax", largest, "mm");
+  list.Set("MbMax", r.maxMoment, "Nm");
+  list.Set("xMbMax", r.maxMomentAt, "mm");
+  list.Set("TMax", r.maxTorque, "Nm");
+  list.Set("sigmaB", r.maxBending, "MPa");
+  list.Set("tau", r.maxTorsion, "MPa");
+  list.Set("sigmaRed", r.maxEquivalent, "MPa");
+  list.Set("xSigmaRed", r.maxEquivalentAt, "mm");
+  if (r.maxEquivalent > 0.0) list.Set("SY", material.yieldStrength / r.maxEquivalent, "ND");
+  list.Set("yMax", r.maxDeflection, "mm");
+  list.Set("xyMax", r.maxDeflectionAt, "mm");
+  list.Set("fi", r.twist, "deg");
+  list.Set("xCentre", r.centreOfMass, "mm");
+  list.Set("mass", r.mass, "kg");
+  return list.Take();
+}
+
+class ShaftCalculation final : public Calculation {
+ public:
+  const char* DataFile() const override { return "SHAFT"; }
+  const char* Name() const override { return "Stepped shaft"; }
+
+  std::vector<CalculatedPart> Run(Inputs& inputs) const override {
+    ShaftInput shaft;
+    ReadSections(inputs, shaft);
+    ReadSupports(inputs, shaft);
+    ReadLoads(inputs, shaft);
+    const Material& material = MaterialOf(inputs.ReadWhole(kMaterial));
+    inputs.RefuseUnknown(Name());
+    shaft.elasticity = material.elasticity;
+    shaft.shearModulus = material.shearModulus;
+    shaft.density = material.density;
+    const ShaftResult result = CalculateShaft(shaft);
+
+    CalculatedPart part;
+    part.kind = PartKind::Shaft;
+    part.modelId = "Shaft";
+    part.viewKey = "MODELA";
+    part.parameters = AllParameters(inputs, shaft, material, result);
+    double largest = 0.0;
+    for (const ShaftSection& section : shaft.sections)
+      largest = std::max(largest, section.diameter);
+    part.description = "Shaft";
+    part.size = "D" + NumberText(largest) + " L" + NumberText(result.length);
+    part.caption = part.description + " " + part.size;
+    part.material = material.name;
+    part.mass = result.mass;
+    return {part};
+  }
+
+  std::vector<std::string> NumberedNames() const override {
+    std::vector<std::string> names;
+    for (const Field* field :
+         {&kType, &kDiameter, &kLength, &kLoadPlace, &kLoadSection, &kLoadInSection, &kForceX,
+          &kForceY, &kForceZ, &kTorque, &kBendingY, &kBendingZ, &kLineLoadY, &kLineLoadZ}) {
+      names.emplace_back(field->name);
+    }
+    return names;
+  }
+
+  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
+    return {{"#spiCount", kSections.meaning},  {"#spinSupports", kSupports.meaning},
+            {"#spinForces", kLoads.meaning},   {"mat", kMaterial.meaning},
+            {"Length", "length of the shaft"}, {"MbMax", "largest bending moment"},
+            {"TMax", "largest torque"},        {"sigmaRed", "largest equivalent stress"},
+            {"SY", "safety against yielding"}, {"yMax", "largest deflection"},
+            {"fi", "twist from end to end"},   {"mass", "mass"}};
+  }
+};
+
+}  // namespace
+
+const Calculation& Shafts() {
+  static const ShaftCalculation calculation;
+  return calculation;
+}
+
+}  // namespace hexaplan

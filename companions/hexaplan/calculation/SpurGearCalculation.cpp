@@ -1,0 +1,209 @@
+// The spur gear pair as users meet it: fields, parts and parameters around SpurGearPair.h.
+#include "hexaplan/calculation/SpurGearCalculation.h"
+
+#include <array>
+#include <cmath>
+
+#include "hexaplan/calculation/SpurGearPair.h"
+
+namespace hexaplan {
+
+namespace {
+
+constexpr Field kPower{"P", "kW", 5.5, 0.001, 50000, "transmitted power"};
+constexpr Field kSpeed{"n1", "1/min", 1450, 0.1, 60000, "speed of the pinion"};
+constexpr Field kRatio{"i", "ND", 0, 0, 12, "ratio from which the wheel's teeth are found"};
+constexpr Field kModule{"m", "mm", 2.5, 0.2, 50, "module"};
+constexpr Field kAngle{"alfa", "deg", 20, 14.5, 25, "pressure angle"};
+constexpr Field kWidth{"b", "mm", 30, 1, 2000, "face width"};
+constexpr Field kAddendum{"ha*", "ND", 1, 0.8, 1.25, "addendum of the basic rack"};
+constexpr Field kClearance{"c*", "ND", 0.25, 0.1, 0.4, "clearance of the basic rack"};
+constexpr Field kFillet{"rf*", "ND", 0.38, 0.1, 0.4, "root fillet radius of the basic rack"};
+constexpr Field kApplication{"KA", "ND", 1.25, 1, 3, "application factor"};
+constexpr Field kFaceLoad{"KHb", "ND", 1.2, 1, 3, "face load factor"};
+constexpr Field kGrade{"stupenPresnosti", "ND", 7, 3, 12, "accuracy grade", true};
+constexpr Field kParts{"parts", "ND", 1, 1, 3, "gears that become parts: 1 pinion, 2 wheel, 3 both",
+                       true};
+constexpr Field kTeeth[2] = {{"z1", "ND", 21, 6, 400, "teeth of the pinion", true},
+                             {"z2", "ND", 63, 6, 2000, "teeth of the wheel", true}};
+constexpr Field kShift[2] = {{"x1", "ND", 0.2, -1, 1, "profile shift of the pinion"},
+                             {"x2", "ND", -0.2, -1, 1, "profile shift of the wheel"}};
+constexpr Field kBore[2] = {{"dh1", "mm", 20, 0, 5000, "bore of the pinion"},
+                            {"dh2", "mm", 35, 0, 5000, "bore of the wheel"}};
+constexpr Field kMaterial[2] = {{"mat1", "ND", 5, 1, kLastMaterial, "material of the pinion", true},
+                                {"mat2", "ND", 5, 1, kLastMaterial, "material of the wheel", true}};
+
+constexpr const char* kGearNames[2] = {"pinion", "wheel"};
+
+// The wheel's teeth: as ordered, else from an ordered ratio, else as stored.
+int ReadWheelTeeth(Inputs& inputs, int pinionTeeth) {
+  if (inputs.IsOrdered(kTeeth[1].name) || !inputs.IsOrdered(kRatio.name)) {
+    return inputs.ReadWhole(kTeeth[1]);
+  }
+  const double ratio = inputs.Read(kRatio);
+  if (ratio < 1.0) throw InputError(kRatio.name, "a ratio below 1 is not calculated.");
+  const double teeth = std::round(pinionTeeth * ratio);
+  inputs.Replace(kTeeth[1], teeth);
+  return static_cast<int>(teeth);
+}
+
+GearPairInput ReadInput(Inputs& inputs) {
+  GearPairInput input;
+  input.power = inputs.Read(kPower);
+  input.speed = inputs.Read(kSpeed);
+  input.module = inputs.Read(kModule);
+  input.gear[0].teeth = inputs.ReadWhole(kTeeth[0]);
+  input.gear[1].teeth = ReadWheelTeeth(inputs, input.gear[0].teeth);
+  if (input.gear[1].teeth < input.gear[0].teeth) {
+    throw InputError(kTeeth[1].name, "the wheel has fewer teeth than the pinion.");
+  }
+  input.pressureAngle = inputs.Read(kAngle);
+  input.faceWidth = inputs.Read(kWidth);
+  input.addendum = inputs.Read(kAddendum);
+  input.clearance = inputs.Read(kClearance);
+  input.filletRadius = inputs.Read(kFillet);
+  input.applicationFactor = inputs.Read(kApplication);
+  input.faceLoadFactor = inputs.Read(kFaceLoad);
+  input.accuracyGrade = inputs.ReadWhole(kGrade);
+  for (int g = 0; g < 2; ++g) {
+    input.gear[g].profileShift = inputs.Read(kShift[g]);
+    input.gear[g].bore = inputs.Read(kBore[g]);
+    input.gear[g].material = &MaterialOf(inputs.ReadWhole(kMaterial[g]));
+  }
+  return input;
+}
+
+void AddResult(std::vector<DataParameter>& list, const std::string& name, double value,
+               const char* unit) {
+  list.push_back({name, NumberText(value), unit});
+}
+
+std::vector<DataParameter> PairResults(const GearPairResult& r) {
+  std::vector<DataParameter> list;
+  AddResult(list, "i", r.ratio, "ND");
+  AddResult(list, "a", r.referenceCentreDistance, "mm");
+  AddResult(list, "aw", r.centreDistance, "mm");
+  AddResult(list, "alfaw", r.workingPressureAngle, "deg");
+  AddResult(list, "epsilon", r.contactRatio, "ND");
+  AddResult(list, "n2", r.gear[1].speed, "1/min");
+  AddResult(list, "v", r.velocity, "m/s");
+  AddResult(list, "Ft", r.tangentialForce, "N");
+  AddResult(list, "Fr", r.radialForce, "N");
+  AddResult(list, "Fn", r.normalForce, "N");
+  AddResult(list, "KV", r.dynamicFactor, "ND");
+  AddResult(list, "KFb", r.rootFaceLoadFactor, "ND");
+  for (int g = 0; g < 2; ++g) {
+    const std::string number = std::to_string(g + 1);
+    AddResult(list, "T" + number, r.gear[g].torque, "Nm");
+    AddResult(list, "YF" + number, r.gear[g].formFactor, "ND");
+    AddResult(list, "YS" + number, r.gear[g].stressCorrection, "ND");
+    AddResult(list, "sigmaF" + number, r.gear[g].rootStress, "MPa");
+    AddResult(list, "SF" + number, r.gear[g].rootSafety, "ND");
+    AddResult(list, "sigmaH" + number, r.gear[g].flankStress, "MPa");
+    AddResult(list, "SH" + number, r.gear[g].flankSafety, "ND");
+  }
+  return list;
+}
+
+// What drives the model of one gear.
+std::vector<DataParameter> GearParameters(const GearInput& in, const GearResult& out) {
+  std::vector<DataParameter> list;
+  AddResult(list, "z", in.teeth, "ND");
+  AddResult(list, "x", in.profileShift, "ND");
+  AddResult(list, "dh", in.bore, "mm");
+  AddResult(list, "d", out.referenceDiameter, "mm");
+  AddResult(list, "da", out.tipDiameter, "mm");
+  AddResult(list, "df", out.rootDiameter, "mm");
+  AddResult(list, "db", out.baseDiameter, "mm");
+  AddResult(list, "dw", out.workingDiameter, "mm");
+  AddResult(list, "s", out.toothThickness, "mm");
+  AddResult(list, "sa", out.tipThickness, "mm");
+  AddResult(list, "zw", out.spanTeeth, "ND");
+  AddResult(list, "W", out.baseTangentLength, "mm");
+  AddResult(list, "mass", out.mass, "kg");
+  return list;
+}
+
+class SpurGearCalculation final : public Calculation {
+ public:
+  const char* DataFile() const override { return "GEAR1"; }
+  const char* Name() const override { return "Spur gear pair"; }
+
+  std::vector<CalculatedPart> Run(Inputs& inputs) const override {
+    const int wanted = inputs.ReadWhole(kParts);
+    const GearPairInput input = ReadInput(inputs);
+    inputs.RefuseUnknown(Name());
+    const GearPairResult result = CalculateGearPair(input);
+
+    std::vector<DataParameter> common;
+    for (const DataParameter& read : inputs.Parameters()) {
+      if (read.name != kRatio.name) common.push_back(read);
+    }
+    for (DataParameter& each : PairResults(result)) common.push_back(std::move(each));
+
+    std::vector<CalculatedPart> parts;
+    for (int g = 0; g < 2; ++g) {
+      if ((wanted & (1 << g)) != 0) parts.push_back(MakePart(input, result, g, common));
+    }
+    return parts;
+  }
+
+  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
+    std::vector<std::pair<std::string, std::string>> texts;
+    for (const Field* field :
+         {&kPower,    &kSpeed,    &kRatio,     &kModule,  &kTeeth[0],    &kTeeth[1],    &kAngle,
+          &kWidth,    &kAddendum, &kClearance, &kFillet,  &kApplication, &kFaceLoad,    &kGrade,
+          &kShift[0], &kShift[1], &kBore[0],   &kBore[1], &kMaterial[0], &kMaterial[1], &kParts}) {
+      texts.emplace_back(field->name, field->meaning);
+    }
+    static constexpr std::array<std::pair<const char*, const char*>, 14> kResults{{
+        {"aw", "working centre distance"},
+        {"alfaw", "working pressure angle"},
+        {"epsilon", "contact ratio"},
+        {"Ft", "tangential force"},
+        {"Fr", "radial force"},
+        {"KV", "dynamic factor"},
+        {"sigmaF1", "tooth root stress of the pinion"},
+        {"SF1", "root safety of the pinion"},
+        {"sigmaH1", "flank stress of the pinion"},
+        {"SH1", "flank safety of the pinion"},
+        {"da", "tip diameter"},
+        {"df", "root diameter"},
+        {"W", "base tangent length over zw teeth"},
+        {"mass", "mass"},
+    }};
+    texts.insert(texts.end(), kResults.begin(), kResults.end());
+    return texts;
+  }
+
+ private:
+  static CalculatedPart MakePart(const GearPairInput& input, const GearPairResult& result, int g,
+                                 const std::vector<DataParameter>& common) {
+    const GearInput& gear = input.gear[g];
+    CalculatedPart part;
+    part.kind = PartKind::Parametric;
+    part.modelId = "SpurGear";
+    part.viewKey = "MODELA_FM";
+    part.description = "Spur gear";
+    part.size = "m" + NumberText(input.module) + " z" + std::to_string(gear.teeth) + " b" +
+                NumberText(input.faceWidth);
+    part.caption = part.description + " " + part.size;
+    part.subtype = kGearNames[g];
+    part.material = gear.material->name;
+    part.mass = result.gear[g].mass;
+    part.parameters = common;
+    for (DataParameter& each : GearParameters(gear, result.gear[g])) {
+      part.parameters.push_back(std::move(each));
+    }
+    return part;
+  }
+};
+
+}  // namespace
+
+const Calculation& SpurGears() {
+  static const SpurGearCalculation calculation;
+  return calculation;
+}
+
+}  // namespace hexaplan

@@ -1,0 +1,46 @@
+// One calculation of the host from the protocol that is shown to the parts that go to the CAD.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hexaplan/calculation/Calculation.h"
+#include "hexaplan/host/Orders.h"
+#include "hexaplan/host/ProtocolStore.h"
+
+namespace hexaplan {
+
+// Why a calculation is run.
+enum class RunReason {
+  Shown,      // the user was shown it: runs when it is due or ordered
+  Commanded,  // a command of the CAD asks for the new result: always runs
+  Silent      // only the values are wanted; nothing goes to the CAD
+};
+
+struct RunResult {
+  bool shown = false;  // the host knows the protocol and its calculation
+  bool calculated = false;
+  int code = 0;                        // callback code of what was calculated
+  std::vector<std::string> protocols;  // their identifiers, the one that was shown first
+  std::string message;                 // what the user is told when it could not be calculated
+};
+
+class CalculationRun {
+ public:
+  // `modelsFolder` is where library models lie, with a trailing backslash.
+  CalculationRun(const ProtocolStore& store, Orders orders, std::string modelsFolder);
+
+  RunResult Run(const std::string& protocolId, RunReason reason) const;
+
+ private:
+  RunResult Calculate(const Calculation& calculation, ProtocolRecord& record,
+                      const std::optional<Order>& order) const;
+  void WritePart(ProtocolRecord& record, const Calculation& calculation,
+                 const CalculatedPart& part) const;
+
+  const ProtocolStore& store;
+  Orders orders;
+  std::string modelsFolder;
+};
+
+}  // namespace hexaplan

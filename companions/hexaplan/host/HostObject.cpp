@@ -1,0 +1,330 @@
+#include "hexaplan/host/HostObject.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "hexaplan/host/DrawingFile.h"
+#include "platform/Messages.h"
+#include "quillmar/CalculationHost.h"
+#include "recorder/Recorder.h"
+
+namespace hexaplan {
+
+namespace {
+
+namespace platform = quillmar::platform;
+namespace recorder = quillmar::recorder;
+using platform::AutomationArguments;
+using platform::AutomationResult;
+using platform::AutomationStatus;
+using platform::AutomationValue;
+
+// The notification that asks the host to end, and the item of its protocol that says whether.
+constexpr int kExitRequest = 5000;
+constexpr char kExitItem[] = "Exit";
+
+// Folder of the library models, below the folder of the suite's maker.
+constexpr char kModelsFolder[] = "Models\\";
+
+constexpr recorder::Border kBorder{"Hexaplan", recorder::Kind::Host};
+
+// What crosses the border, in a form that the recorder can describe.
+struct CallArguments {
+  const AutomationArguments& values;
+};
+struct CallAnswer {
+  AutomationResult result;
+};
+
+std::string Describe(const AutomationValue& value, std::size_t limit) {
+  struct Text {
+    std::size_t limit;
+    std::string operator()(std::monostate) const { return "nothing"; }
+    std::string operator()(int number) const { return std::to_string(number); }
+    std::string operator()(std::int16_t number) const { return std::to_string(number); }
+    std::string operator()(bool flag) const { return flag ? "true" : "false"; }
+    std::string operator()(const std::string& text) const {
+      return recorder::DescribeText(text, limit);
+    }
+  };
+  return std::visit(Text{limit}, value);
+}
+
+[[maybe_unused]] std::string Describe(const CallArguments& arguments, std::size_t limit) {
+  std::string text;
+  for (const AutomationValue& value : arguments.values) {
+    text += (text.empty() ? "" : ", ") + Describe(value, limit);
+  }
+  return text;
+}
+
+[[maybe_unused]] std::string Describe(const CallAnswer& answer, std::size_t limit) {
+  switch (answer.result.status) {
+    case AutomationStatus::Done:
+      return Describe(answer.result.value, limit);
+    case AutomationStatus::Raised:
+      return "raised: " + answer.result.description;
+    case AutomationStatus::UnknownMember:
+      return "unknown member";
+    case AutomationStatus::ServerGone:
+      return "gone";
+    case AutomationStatus::Failed:
+      break;
+  }
+  return "failed";
+}
+
+AutomationResult Failed(AutomationStatus status, std::string description = {}) {
+  AutomationResult result;
+  result.status = status;
+  result.description = std::move(description);
+  return result;
+}
+
+const std::string& Text(const AutomationArguments& arguments, std::size_t index) {
+  return std::get<std::string>(arguments[index]);
+}
+
+int Number(const AutomationArguments& arguments, std::size_t index) {
+  return std::get<int>(arguments[index]);
+}
+
+std::string ParentFolder(const std::string& folder) {
+  const auto bar = folder.rfind('\\');
+  return bar == std::string::npos ? std::string() : folder.substr(0, bar + 1);
+}
+
+}  // namespace
+
+// `arguments` has a letter for each: t text, n number.
+struct HostObject::Method {
+  int identifier;
+  const char* name;         // in the record of calls
+  const char* offeredName;  // by which clients look it up; null: by identifier only
+  const char* arguments;
+  Value (HostObject::*run)(const Arguments&);
+};
+
+const HostObject::Method HostObject::kMethods[] = {
+    {QM_HOST_SHOW_CALCULATION, "ShowCalculation", nullptr, "t", &HostObject::ShowCalculation},
+    {QM_HOST_CALLBACK_CODE, "CallbackCode", nullptr, "", &HostObject::CallbackCode},
+    {QM_HOST_CALLBACK_LIST, "CallbackList", nullptr, "", &HostObject::CallbackList},
+    {QM_HOST_IS_READY, "IsReady", nullptr, "", &HostObject::IsReady},
+    {QM_HOST_COMMAND, "Command", nullptr, "n", &HostObject::Command},
+    {QM_HOST_WRITE_FILE, "WriteFile", nullptr, "tn", &HostObject::WriteFile},
+    {QM_HOST_RUN_COMMAND, "RunCommand", nullptr, "t", &HostObject::RunCommand},
+    {QM_HOST_SESSION, "Session", nullptr, "nttt", &HostObject::Session},
+    {QM_HOST_SHOW_FLAG, "ShowFlag", nullptr, "n", &HostObject::ShowFlag},
+    {QM_HOST_COMPANION_FOLDER, "CompanionFolder", nullptr, "", &HostObject::CompanionFolder},
+    {QM_HOST_SETTINGS_NAME, "SettingsName", nullptr, "t", &HostObject::SettingsName},
+    {QM_HOST_ANNOUNCE, "Announce", nullptr, "t", &HostObject::Announce},
+    {QM_HOST_SOLVE_ONE_LINK, "SolveOneLink", nullptr, "tt", &HostObject::SolveOneLink},
+    {QM_HOST_INIT_SOLUTION, "InitSolution", nullptr, "t", &HostObject::InitSolution},
+    {QM_HOST_DRAWN, "Drawn", nullptr, "t", &HostObject::Drawn},
+    {QM_HOST_END_SOLUTION, "EndSolution", nullptr, "", &HostObject::EndSolution},
+    {QM_HOST_SYNCHRONIZE, "Synchronize", nullptr, "tn", &HostObject::Synchronize},
+    {QM_HOST_EDIT_ONE_LINK, "EditOneLink", nullptr, "tt", &HostObject::EditLinks},
+    {QM_HOST_EDIT_LINKS, "EditLinks", nullptr, "t", &HostObject::EditLinks},
+    {QM_HOST_SET_CAD_SPECIFIC, "SetCadSpecific", QM_HOST_NAME_SET_CAD_SPECIFIC, "tt",
+     &HostObject::SetCadSpecific},
+    {QM_HOST_UPDATE_ALL, "UpdateAll", nullptr, "", &HostObject::UpdateAll},
+    {QM_HOST_SET_SMART_MODE, "SetSmartMode", QM_HOST_NAME_SET_SMART_MODE, "n",
+     &HostObject::SetSmartMode},
+    {QM_HOST_SET_CAD_WINDOW, "SetCADHwnd", QM_HOST_NAME_SET_CAD_WINDOW, "n",
+     &HostObject::SetCadWindow},
+    {QM_HOST_FAMILY_TABLE, "GenerateFamTable", QM_HOST_NAME_FAMILY_TABLE, "tt",
+     &HostObject::FamilyTable},
+    {QM_HOST_UPDATE_EXT_DATA, "UpdateExtData", QM_HOST_NAME_UPDATE_EXT_DATA, "tn",
+     &HostObject::UpdateExtData},
+};
+
+HostObject::HostObject(const std::string& folder, const ProtocolStore& store, HostProcess process)
+    : folder(folder),
+      store(store),
+      process(std::move(process)),
+      faults(folder),
+      calculations(store, Orders(folder + "\\Inputs"), ParentFolder(folder) + kModelsFolder) {}
+
+const HostObject::Method* HostObject::FindMethod(int identifier) {
+  const auto found = std::find_if(std::begin(kMethods), std::end(kMethods),
+                                  [&](const Method& m) { return m.identifier == identifier; });
+  return found != std::end(kMethods) ? found : nullptr;
+}
+
+std::optional<int> HostObject::FindMember(const std::string& name) const {
+  for (const Method& method : kMethods) {
+    if (method.offeredName != nullptr && name == method.offeredName) return method.identifier;
+  }
+  return std::nullopt;
+}
+
+AutomationResult HostObject::Call(int identifier, const AutomationArguments& arguments) {
+  const Method* method = FindMethod(identifier);
+  if (method == nullptr) return Failed(AutomationStatus::UnknownMember);
+  bool fit = arguments.size() == std::char_traits<char>::length(method->arguments);
+  for (std::size_t i = 0; fit && i < arguments.size(); ++i) {
+    fit = method->arguments[i] == 't' ? std::holds_alternative<std::string>(arguments[i])
+                                      : std::holds_alternative<int>(arguments[i]);
+  }
+  if (!fit) return Failed(AutomationStatus::Failed);
+
+  const auto run = [&]() -> CallAnswer {
+    if (faults.DiesIn(identifier)) {
+      process.die();
+      return {Failed(AutomationStatus::ServerGone)};
+    }
+    AutomationResult result;
+    result.value = (this->*method->run)(arguments);
+    result.status = AutomationStatus::Done;
+    return {std::move(result)};
+  };
+  const CallArguments described{arguments};
+  const CallAnswer failure{Failed(AutomationStatus::Raised, "The calculation host failed.")};
+  return kBorder
+      .Call(method->name, recorder::Caller::Named("Quillmar"), run, failure, std::tie(described))
+      .result;
+}
+
+void HostObject::OnNotification(int number, const std::string& protocolId) {
+  if (number != kExitRequest) return;
+  bool end = false;
+  {
+    const auto record = ProtocolRecord::Open(store, protocolId);
+    if (!record) return;
+    end = record->Global(kExitItem) == "1";
+  }
+  // The protocol was made for this notification alone.
+  store.Erase(protocolId);
+  session = {};
+  if (end) process.end();
+}
+
+int HostObject::Show(const std::string& protocolId, RunReason reason) {
+  RunResult result = calculations.Run(protocolId, reason);
+  if (result.calculated) {
+    callbackCode = result.code;
+    for (const std::string& id : result.protocols) {
+      if (std::find(calculated.begin(), calculated.end(), id) == calculated.end()) {
+        calculated.push_back(id);
+      }
+    }
+    callbackList = std::move(result.protocols);
+    platform::PostToWindow(session.callbackWindow, platform::RegisterMessage(QM_MESSAGE_CALLBACK));
+  }
+  return result.shown ? 1 : 0;
+}
+
+int HostObject::Recalculate(const std::string& protocolId) {
+  return calculations.Run(protocolId, RunReason::Silent).calculated ? 1 : 0;
+}
+
+AutomationValue HostObject::ShowCalculation(const Arguments& arguments) {
+  return Show(Text(arguments, 0), RunReason::Shown);
+}
+
+AutomationValue HostObject::RunCommand(const Arguments& arguments) {
+  return Show(Text(arguments, 0), RunReason::Commanded);
+}
+
+AutomationValue HostObject::CallbackCode(const Arguments&) { return callbackCode; }
+
+AutomationValue HostObject::CallbackList(const Arguments&) {
+  std::string list;
+  for (const std::string& id : callbackList) list += (list.empty() ? "" : ",") + id;
+  return list;
+}
+
+AutomationValue HostObject::IsReady(const Arguments&) { return faults.NeverReady() ? 0 : 1; }
+
+AutomationValue HostObject::Command(const Arguments& arguments) {
+  lastCommand = Number(arguments, 0);
+  return 1;
+}
+
+AutomationValue HostObject::WriteFile(const Arguments& arguments) {
+  const auto record = ProtocolRecord::Open(store, Text(arguments, 0));
+  const bool written = record && WriteDrawing(record->KeyWord("Files", "Output"),
+                                              record->DataFileType(), record->Parameters());
+  return static_cast<std::int16_t>(written ? 1 : 0);
+}
+
+AutomationValue HostObject::Session(const Arguments& arguments) {
+  session.mode = Number(arguments, 0);
+  session.callbackWindow =
+      static_cast<QmWindow>(std::strtoll(Text(arguments, 1).c_str(), nullptr, 10));
+  session.versionText = Text(arguments, 2);
+  session.kindText = Text(arguments, 3);
+  return {};
+}
+
+AutomationValue HostObject::ShowFlag(const Arguments& arguments) {
+  session.showFlag = Number(arguments, 0);
+  return 1;
+}
+
+AutomationValue HostObject::CompanionFolder(const Arguments&) { return folder; }
+
+AutomationValue HostObject::SettingsName(const Arguments& arguments) {
+  session.settingsName = Text(arguments, 0);
+  return 1;
+}
+
+AutomationValue HostObject::Announce(const Arguments& arguments) {
+  return store.Exists(Text(arguments, 0)) ? 1 : 0;
+}
+
+AutomationValue HostObject::InitSolution(const Arguments& arguments) {
+  solving = store.Exists(Text(arguments, 0));
+  return solving ? 1 : 0;
+}
+
+AutomationValue HostObject::SolveOneLink(const Arguments& arguments) {
+  return solving ? Recalculate(Text(arguments, 0)) : 0;
+}
+
+AutomationValue HostObject::EndSolution(const Arguments&) {
+  solving = false;
+  return {};
+}
+
+AutomationValue HostObject::Drawn(const Arguments&) { return 1; }
+
+AutomationValue HostObject::Synchronize(const Arguments& arguments) {
+  return Recalculate(Text(arguments, 0));
+}
+
+// Links are edited in a dialog; with nobody there to use it they stay as they are.
+AutomationValue HostObject::EditLinks(const Arguments& arguments) {
+  return store.Exists(Text(arguments, 0)) ? 1 : 0;
+}
+
+AutomationValue HostObject::SetCadSpecific(const Arguments& arguments) {
+  session.modelFolderName = Text(arguments, 0);
+  session.modelExtensions = Text(arguments, 1);
+  return 1;
+}
+
+AutomationValue HostObject::UpdateAll(const Arguments&) {
+  for (const std::string& id : calculated) Recalculate(id);
+  return {};
+}
+
+AutomationValue HostObject::SetSmartMode(const Arguments& arguments) {
+  session.smartMode = Number(arguments, 0);
+  return {};
+}
+
+AutomationValue HostObject::SetCadWindow(const Arguments& arguments) {
+  session.cadWindow = static_cast<QmWindow>(Number(arguments, 0));
+  return 1;
+}
+
+AutomationValue HostObject::FamilyTable(const Arguments& arguments) {
+  return store.Exists(Text(arguments, 0)) ? 1 : 0;
+}
+
+AutomationValue HostObject::UpdateExtData(const Arguments& arguments) {
+  return Recalculate(Text(arguments, 0)) == 1;
+}
+
+}  // namespace hexaplan

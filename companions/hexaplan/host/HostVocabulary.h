@@ -1,0 +1,27 @@
+// Sections, keywords and global items of a protocol that the host writes.
+#pragma once
+
+namespace hexaplan {
+
+inline constexpr char kMainSection[] = "Main";
+inline constexpr char kDataFile[] = "DataFile";
+inline constexpr char kView[] = "View";  // section, and keyword of "Main"
+inline constexpr char kDescription[] = "Description";
+
+inline constexpr char kCadSection[] = "Cadx";
+inline constexpr char kRecalculate[] = "Recalc";
+inline constexpr char kUpdate[] = "update";
+inline constexpr char kFromCad[] = "FromCad";
+inline constexpr char kDrawn[] = "Drawn";
+inline constexpr char kDoNotErase[] = "DoNotErase";
+inline constexpr char kSmartPart[] = "SmartPart";
+
+// The host's own section.
+inline constexpr char kHostSection[] = "Hexaplan";
+inline constexpr char kPartNumber[] = "Part";  // which part of its calculation this one is, from 1
+inline constexpr char kPartList[] = "Parts";   // the protocols of all parts, joined by ","
+inline constexpr char kMessage[] = "Message";  // why the last run was refused
+
+inline constexpr char kDataSection[] = "Data";
+
+}  // namespace hexaplan
