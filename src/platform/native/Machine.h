@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/Automation.h"
+#include "quillmar/Conventions.h"
 
 namespace quillmar::platform {
 
@@ -69,13 +70,24 @@ class Machine {
   std::vector<ShownDialog>& Shown();
   std::vector<std::string>& DebugLines();
 
-  // Running automation objects by class identifier. A dead server answers every call with
-  // ServerGone.
+  // The table of active objects, by class identifier. Revoking takes an object out of the table;
+  // references to it stay good.
   void RegisterActiveObject(const std::string& classId, std::shared_ptr<AutomationServer> server);
   void RevokeActiveObject(const std::string& classId);
-  // Servers are started by the system through this when no object is active; may be empty.
+  // The program of the class has ended: its objects are taken out of the table, and every
+  // reference to them answers ServerGone from now on, also a call that is just under way.
+  void EndServer(const std::string& classId);
+  // Makes the objects that the system is asked to create when none is active; may be empty. A
+  // class without it is started by the program in its LocalServer32 key, when there is one.
   void SetClassFactory(const std::string& classId,
                        std::function<std::shared_ptr<AutomationServer>()> make);
+
+  // Hidden windows as the user and other programs see them.
+  bool IsWindowVisible(QmWindow window) const;
+  // Shows or hides a window as somebody else would; false when it does not live.
+  bool ShowWindowFromOutside(QmWindow window, bool visible);
+  // The window that was brought to the foreground last; 0 when none was.
+  QmWindow ForegroundWindow() const;
 
   struct State;  // the backend's own
   State& Internals();
@@ -97,8 +109,10 @@ class MachineScope {
 };
 
 // Called by the native library entry point and by programs of an image with their own host path:
-// makes the image's machine current when none is.
+// makes the image's machine current when none is. The first image counts until all of its modules
+// that attached have detached; then the next image that attaches takes its place.
 void AttachToImage(const std::string& hostPath);
+void DetachFromImage(const std::string& hostPath);
 
 // Name of the function through which a program that is a shared object is started inside this
 // process (StartProgram): int (*)(const char* commandLine), nonzero when it started; it has

@@ -1,0 +1,46 @@
+// The library entry point of the native target: what the loader runs when the module is loaded
+// and unloaded.
+#include "platform/EntryPoint.h"
+
+#include <cstdlib>
+
+#include "platform/native/Machine.h"
+#include "platform/native/Modules.h"
+
+namespace {
+
+using quillmar::platform::HostPathOf;
+using quillmar::platform::ModuleAt;
+
+bool attached = false;
+
+std::string OwnPath() { return HostPathOf(ModuleAt(&attached)).native(); }
+
+void Detach(bool processEnding) {
+  if (!attached) return;
+  attached = false;
+  quillmar::OnLibraryDetach(processEnding);
+  if (!processEnding) quillmar::platform::DetachFromImage(OwnPath());
+}
+
+// At the end of the process this runs before the module's static objects are destroyed. When the
+// module is unloaded the loader runs it, too, but after OnUnload.
+void OnProcessEnd() { Detach(true); }
+
+__attribute__((constructor)) void OnLoad() {
+  quillmar::platform::AttachToImage(OwnPath());
+  attached = quillmar::OnLibraryAttach(ModuleAt(&attached));
+  if (attached) {
+    std::atexit(OnProcessEnd);
+  } else {
+    quillmar::platform::DetachFromImage(OwnPath());
+  }
+}
+
+__attribute__((destructor)) void OnUnload() { Detach(false); }
+
+}  // namespace
+
+// The loader takes no answer from a library; who loads it asks here whether the load was refused.
+QM_EXTERN_C QM_EXPORT int QmAttachRefused(void);
+int QmAttachRefused(void) { return attached ? 0 : 1; }

@@ -1,0 +1,56 @@
+#include "platform/native/HiveStore.h"
+
+#include <system_error>
+#include <utility>
+
+#include "platform/native/CodePage.h"
+
+namespace quillmar::platform {
+
+HiveStore::HiveStore(std::filesystem::path hiveFile, std::u16string hiveName,
+                     std::function<void(const std::string&)> reporter)
+    : file(std::move(hiveFile)), name(std::move(hiveName)), report(std::move(reporter)) {}
+
+void HiveStore::Look(const std::function<void(RegistryNode& root)>& look) {
+  std::lock_guard guard(mutex);
+  Refresh();
+  look(document.root);
+}
+
+bool HiveStore::Change(const std::function<HiveChange(RegistryNode& root)>& change) {
+  std::lock_guard guard(mutex);
+  std::error_code error;
+  std::filesystem::create_directories(file.parent_path(), error);
+  FolderLock lock(file.parent_path());
+  if (!lock.Held() || !Refresh()) return false;
+  HiveChange outcome = change(document.root);
+  if (outcome != HiveChange::Made) return outcome == HiveChange::Nothing;
+  if (!ReplaceFile(file, FormatRegistryFile(document, name))) {
+    Forget();
+    return false;
+  }
+  stamp = StampOf(file);
+  return true;
+}
+
+bool HiveStore::Refresh() {
+  if (StampOf(file).SameAs(stamp)) return true;
+  std::optional<FileContents> contents = ReadFile(file);
+  if (!contents) return false;
+  document = ParseRegistryFile(contents->bytes, name);
+  stamp = contents->stamp;
+  for (std::size_t line : document.damagedLines) {
+    report(Narrow(FromUtf8(file.filename().native())) + "(" + std::to_string(line) +
+           "): not understood");
+  }
+  return true;
+}
+
+// What is in memory was not written: the file counts.
+void HiveStore::Forget() {
+  document = {};
+  stamp = {};
+  Refresh();
+}
+
+}  // namespace quillmar::platform

@@ -1,0 +1,43 @@
+// A hive and its file. Several processes may work on one image: the file is read again whenever
+// it has changed, and every change is on the disk when the call that makes it returns.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <mutex>
+#include <string>
+
+#include "platform/native/HostFiles.h"
+#include "platform/native/RegistryFile.h"
+
+namespace quillmar::platform {
+
+// What a change came to. One that failed has changed nothing.
+enum class HiveChange { Failed, Nothing, Made };
+
+class HiveStore {
+ public:
+  // `report` is told of damaged lines, once each time the file is read.
+  HiveStore(std::filesystem::path file, std::u16string name,
+            std::function<void(const std::string&)> report);
+
+  void Look(const std::function<void(RegistryNode& root)>& look);
+
+  // True when `change` made its change and it was written, or found nothing to be changed. After
+  // a failure everything is as it was.
+  bool Change(const std::function<HiveChange(RegistryNode& root)>& change);
+
+ private:
+  // False when there is a file that cannot be read: it must not be replaced.
+  bool Refresh();
+  void Forget();
+
+  std::filesystem::path file;
+  std::u16string name;
+  std::function<void(const std::string&)> report;
+  std::mutex mutex;
+  RegistryDocument document;
+  FileStamp stamp;
+};
+
+}  // namespace quillmar::platform
