@@ -47,7 +47,7 @@ class Expansion {
     if (value.empty() && platform::EqualsNoCase(token, "subtype")) TrimWholeText();
     if (value.find(kSign) == std::string::npos) {
       done += value;
-      return true;
+      return nestedValues == 0 || done.size() <= kMaxNestedLength;
     }
     return LookAtAgain(std::move(value));
   }

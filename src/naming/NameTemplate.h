@@ -9,8 +9,8 @@ namespace quillmar {
 
 // A value may hold tokens itself, and they are expanded too. A value that names its own token,
 // directly or in a ring, would never come to an end: the expansion stops with the text reached
-// once this many values with tokens of their own were filled in, or once such a value made the
-// text longer than this.
+// once this many values with tokens of their own were filled in, or once they made the text longer
+// than this.
 inline constexpr int kMaxNestedValues = 1000;
 inline constexpr std::size_t kMaxNestedLength = 1024 * 1024;
 

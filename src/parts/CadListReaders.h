@@ -2,7 +2,6 @@
 // size it asks for when that was too small.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "base/ErrorLog.h"
@@ -20,21 +19,16 @@ enum class CadList {
   PartsVisibility
 };
 
-// Reads one list; `key` is the identifier of the object's protocol. A failure is reported. A
-// driver without the function gives an empty text and success.
+// True when the driver has the function that gives the list.
+bool OffersList(const CadDriverTable& driver, CadList list);
+
+// Reads one list; `key` is the identifier of the object's protocol. A failure is reported and
+// leaves the text empty. A driver that does not offer the list gives an empty text and success.
 bool ReadCadList(const CadDriverTable& driver, ErrorLog& errors, CadList list,
                  const std::string& key, std::string& text);
-
-// Parameters by the driver's preferred function.
-bool ReadCadParameters(const CadDriverTable& driver, ErrorLog& errors, const std::string& key,
-                       std::string& text);
 
 // Reference text of the CAD object of that name; nothing is reported.
 bool ReadCadReference(const CadDriverTable& driver, const std::string& partName,
                       std::string& reference);
-
-// The two steps themselves, for a driver function that is given a buffer and its size.
-enum class CadRead { Done, FailedAtOnce, FailedAgain };
-CadRead ReadInTwoSteps(const std::function<int(char* text, int* size)>& call, std::string& text);
 
 }  // namespace quillmar

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bom/ExtDataPairs.h"
+#include "parts/CadListReaders.h"
 #include "parts/PartServices.h"
 #include "protocol/VXProtocol.h"
 
@@ -81,10 +82,16 @@ class VXPart {
 
   // Gives the CAD object the protocol's new reference text.
   bool Reconnect(const std::string& connection);
-  // The reference text under an identifier that no other object has.
+  // The reference text under an identifier that no other object has, for a shared part in a session
+  // that does not keep the identities of shared parts; else the reference text as it is.
   std::string WithFreshIdentity(const std::string& connection);
   // "<Path>\<model folder>\<model id>.<extension>".
   std::string LibraryModelPath();
+  void StoreModelId();
+  // The CAD's parameters into the protocol; without the extended function from `plainList`.
+  bool ReadParametersBack(CadList plainList);
+  void ReadFeatureStatesBack();
+  bool SendFeatureStates();
   // Reports and gives the failure result.
   bool Fail(const char* message, const SourceStamp& source) const;
 
@@ -101,25 +108,35 @@ class VXPart {
   using Views = std::vector<std::unique_ptr<VXProtocol>>;
 
   // steps of Insert
+  bool Describe();
   void TakeOverState();
-  void MarkAsView(InsertMode mode);
+  void MarkView(InsertMode mode);
+  bool DrawInCad(InsertMode mode);
   bool ReconnectSource(InsertMode mode);
   bool ReconnectOther(const std::string& protocolId);
   bool ReconnectClipboard();
   bool ReconnectParent();
-  Views MakeViews();
+  Views MakeViews(InsertMode mode);
+  std::unique_ptr<VXProtocol> MakeView(const std::vector<std::string_view>& buffer, int number,
+                                       const std::string& viewName, const std::string& model);
   void ReadBackAfterLoop();
   // steps of Update
+  bool ChangeObject(const std::string& connection, const ExtDataPairs& pairs);
   Views CollectViews();
+  std::vector<std::string> LinkedViewIds();
   void OrderViews(Views& views);
   void CopyCadValues(Views& views);
   bool IsUpdatedFurtherUp(const std::string& protocolId) const;
   // of both
   void ReadLoop();
   void FinishOptimState();
+  enum class Drive { Insert, Change };
+  bool DriveViews(Drive drive, Views& views, const std::string& connection,
+                  const ExtDataPairs& pairs);
+  bool DriveView(Drive drive, VXProtocol& view);
   bool StartViews();
-  bool AnnounceAndReopen(VXProtocol& view);
-  std::unique_ptr<VXPart> PartOfView(VXProtocol& view);
+  void EndViews();
+  void AnnounceAndReopen(VXProtocol& view);
 
   const VXPart* updatedFor = nullptr;  // the part whose view this is, during its update
 };

@@ -1,0 +1,67 @@
+#include "parts/PartFactory.h"
+
+#include "parts/VXCamPart.h"
+#include "parts/VXFeaturePart.h"
+#include "parts/VXParamPart.h"
+#include "parts/VXShaft.h"
+#include "platform/System.h"
+
+namespace quillmar {
+namespace {
+
+// Protocols of the group manager are told by their data file, whatever their type.
+constexpr const char* kGroupDataFile = "xtalvek";
+
+using Factory = std::unique_ptr<VXPart> (*)(const PartServices& services, VXProtocol& protocol);
+
+template <class Kind>
+std::unique_ptr<VXPart> Make(const PartServices& services, VXProtocol& protocol) {
+  return std::make_unique<Kind>(services, protocol);
+}
+
+struct PartClassRow {
+  int typeOfPart;
+  Factory factory;  // null: no part object is made for the type
+};
+
+constexpr PartClassRow kPartClassRegistry[] = {
+    {3, nullptr},              // model part
+    {2, Make<VXParamPart>},
+    {4, nullptr},              // calculation
+    {10, nullptr},             // assembly
+    {9, Make<VXShaft>},
+    {5, nullptr},              // model parts
+    {6, nullptr},
+    {7, Make<VXFeaturePart>},
+    {8, Make<VXFeaturePart>},
+    {1, nullptr},              // drawing
+    {13, nullptr},             // symbol
+    {12, nullptr},             // format
+    {14, Make<VXCamPart>},
+};
+
+std::unique_ptr<VXPart> MakePart(const PartServices& services, VXProtocol& protocol) {
+  std::string dataFile;
+  protocol.GetDataFileName(dataFile);
+  if (platform::EqualsNoCase(dataFile, kGroupDataFile)) return nullptr;
+  int type = 0;
+  if (!protocol.GetTypeOfPart(type)) return nullptr;
+  for (const PartClassRow& row : kPartClassRegistry) {
+    if (row.typeOfPart == type && row.factory) return row.factory(services, protocol);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<VXPart> CreatePartForProtocol(const PartServices& services, VXProtocol& protocol,
+                                              bool mustSucceed) {
+  std::unique_ptr<VXPart> part = MakePart(services, protocol);
+  if (!part) return nullptr;
+  const bool flagKept = part->DetermineLocalFlag();
+  part->BuildCaption();
+  if (mustSucceed && !flagKept) return nullptr;
+  return part;
+}
+
+}  // namespace quillmar

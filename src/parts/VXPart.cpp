@@ -1,0 +1,313 @@
+#include "parts/VXPart.h"
+
+#include "base/Texts.h"
+#include "bom/BomData.h"
+#include "naming/FileNames.h"
+#include "naming/NameTokens.h"
+#include "parts/ExtendedData.h"
+#include "parts/ParameterLists.h"
+#include "parts/PartFactory.h"
+#include "parts/PhysicalProperties.h"
+#include "platform/System.h"
+#include "protocol/ProtocolVocabulary.h"
+
+namespace quillmar {
+namespace {
+
+constexpr int kTextPartFiles = 3;
+constexpr int kRemoveSpaces = 1;
+// A protocol in this state of optimisation is left in it.
+constexpr int kOptimKept = 4;
+
+}  // namespace
+
+VXPart::VXPart(const PartServices& owner, VXProtocol& represented)
+    : services(owner), protocol(represented) {}
+
+// --- what kinds replace ---
+
+bool VXPart::MakeFileName(bool change, bool modelChanged) {
+  const FileNameContext context{services.driver, services.options, services.fileNames,
+                                services.texts, services.ids};
+  const FileNameRequest request{
+      .protocol = protocol,
+      .local = IsLocal(),
+      .change = change,
+      .modelChanged = modelChanged,
+      .sessionWithoutNames = services.session.groupManager || services.session.optimizer,
+      .caption = caption,
+      .extension = GetFileExtension(),
+      .typeName = GetFileTypeName(),
+      .modelFilePath = [this](std::string& path) { return GetModelFilePath(path); },
+      .wantsFolder = [this] { return WantsDescription(); }};
+  return quillmar::MakeFileName(context, request, filePath);
+}
+
+bool VXPart::GetModelFilePath(std::string&) { return false; }
+bool VXPart::CreatePartFile() { return false; }
+bool VXPart::InsertIntoCad(const std::string&, const ExtDataPairs&) { return false; }
+bool VXPart::ChangeInCad(const std::string&, const ExtDataPairs&) { return false; }
+bool VXPart::ReadBackFromCad() { return true; }
+bool VXPart::WantsDescription() { return false; }
+bool VXPart::BeforeConnect() { return true; }
+std::string VXPart::GetFileExtension() { return services.session.modelExt; }
+std::string VXPart::GetFileTypeName() { return services.texts.GetText(kTextPartFiles); }
+std::string VXPart::DescriptionSuffix() { return {}; }
+
+// --- insert ---
+
+bool VXPart::Insert(InsertMode mode) {
+  if (!Describe()) return false;
+  TakeOverState();
+  MarkView(mode);
+  RefreshBomData(protocol);
+  if (mode != InsertMode::Plain) protocol.EraseCadx(keyword::kPartName);
+  if (!CreatePartFile()) return Fail("Cannot create part file.", QM_HERE);
+  if (!ReconnectSource(mode) || !DrawInCad(mode)) return false;
+  FinishOptimState();
+  if (loop == 0) return true;
+  ReadBackAfterLoop();
+  return false;
+}
+
+bool VXPart::Describe() {
+  if (!WantsDescription()) return true;
+  if (!DetermineLocalFlag()) return false;
+  BuildCaption();
+  return true;
+}
+
+void VXPart::TakeOverState() {
+  protocol.GetKeyWordInt(section::kCadx, keyword::kFromCad, fromCad);
+  StoreModelId();
+  ReadLoop();
+  if (!services.session.groupManager) protocol.PutCadx(keyword::kOptim, "0");
+}
+
+// Views are not counted in the bill of materials.
+void VXPart::MarkView(InsertMode mode) {
+  const bool isView = mode == InsertMode::Child || mode == InsertMode::View;
+  if (isView) protocol.SetNewView(1);
+  protocol.PutGlobalData(global::kBomCount, isView ? "0" : "1");
+}
+
+bool VXPart::DrawInCad(InsertMode mode) {
+  BeforeConnect();
+  const ExtDataPairs pairs = BuildExtendedData();
+  Views views = MakeViews(mode);
+  std::string connection;
+  if (!protocol.MakeReference(connection, Markers::Standard)) {
+    return Fail("Cannot prepare protocol.", QM_HERE);
+  }
+  if (!views.empty()) return DriveViews(Drive::Insert, views, connection, pairs);
+  return InsertIntoCad(connection, pairs) ||
+         Fail("Cannot insert part into cad system.", QM_HERE);
+}
+
+void VXPart::ReadBackAfterLoop() {
+  auto part = CreatePartForProtocol(services, protocol);
+  if (!part || !part->ReadBackFromCad()) {
+    Fail("Cannot get extended information", QM_HERE);
+    return;
+  }
+  part.reset();
+  ReadPhysicalProperties(services, protocol);
+}
+
+// --- reconnecting the object that a pasted or dependent part comes from ---
+
+bool VXPart::ReconnectSource(InsertMode mode) {
+  if (mode == InsertMode::Clipboard) return ReconnectClipboard();
+  return mode != InsertMode::Child || ReconnectParent();
+}
+
+bool VXPart::ReconnectClipboard() {
+  VXProtocol clipboard(services.protocols);
+  std::string sourceId;
+  return clipboard.OpenClipboard() &&
+         clipboard.GetKeyWord(section::kObject, keyword::kProtId, sourceId) &&
+         ReconnectOther(sourceId);
+}
+
+// A parent is named with the link it is linked by behind an "@".
+bool VXPart::ReconnectParent() {
+  std::vector<std::string> parents;
+  if (!protocol.GetParentsList(parents) || parents.size() != 1) return false;
+  return ReconnectOther(parents.front().substr(0, parents.front().find('@')));
+}
+
+bool VXPart::ReconnectOther(const std::string& protocolId) {
+  VXProtocol other(services.protocols, protocolId);
+  if (!other.IsReady()) return false;
+  if (const auto part = CreatePartForProtocol(services, other)) part->BeforeConnect();
+  std::string connection;
+  return other.MakeReference(connection, Markers::Standard) &&
+         services.driver.ConnectProtocol(other.GetProtocolID().c_str(), connection.c_str()) != 0;
+}
+
+// --- update ---
+
+bool VXPart::Update() {
+  if (caption.empty()) BuildCaption();
+  RefreshBomData(protocol);
+  ReadLoop();
+  protocol.GetKeyWordInt(section::kCadx, keyword::kFromCad, fromCad);
+  if (!services.session.groupManager) protocol.PutCadx(keyword::kOptim, "0");
+  if (!CreatePartFile()) return false;
+  BeforeConnect();
+  const ExtDataPairs pairs = BuildExtendedData();
+  protocol.PutCadx(keyword::kModelError, "0");
+  Views views = CollectViews();
+  std::string connection;
+  if (!protocol.MakeReference(connection, Markers::Standard)) return false;
+  if (views.empty()) {
+    if (!ChangeObject(connection, pairs)) return false;
+  } else {
+    OrderViews(views);
+    CopyCadValues(views);
+    if (!DriveViews(Drive::Change, views, connection, pairs)) return false;
+  }
+  FinishOptimState();
+  if (loop != 0) protocol.PutCadx(keyword::kFromCad, "1");
+  return true;
+}
+
+// A loop goes on when a change fails; it only notes that the model cannot be built so.
+bool VXPart::ChangeObject(const std::string& connection, const ExtDataPairs& pairs) {
+  if (ChangeInCad(connection, pairs)) return true;
+  if (loop == 0) return false;
+  protocol.PutCadx(keyword::kModelError, "1");
+  return true;
+}
+
+// --- state kept in the protocol ---
+
+void VXPart::StoreModelId() {
+  std::string modelId;
+  protocol.GetModelID(modelId);
+  protocol.PutGlobalData(global::kOldModelId, modelId);
+}
+
+void VXPart::ReadLoop() {
+  loop = 0;
+  protocol.GetKeyWordInt(section::kCadx, keyword::kLoop, loop);
+  protocol.PutCadx(keyword::kLoop, "0");
+}
+
+void VXPart::FinishOptimState() {
+  int optim = 0;
+  protocol.GetKeyWordInt(section::kCadx, keyword::kOptim, optim);
+  if (optim != kOptimKept) protocol.PutCadx(keyword::kOptim, loop != 0 ? "1" : "0");
+}
+
+bool VXPart::DetermineLocalFlag() {
+  const bool known =
+      protocol.GetKeyWordInt(section::kCadx, keyword::kReallySmartPart, smartPart);
+  if (!known) {
+    smartPart = 0;
+    if (!services.options.SmartParts() && !services.session.groupManager) {
+      smartPart = 1;
+    } else {
+      protocol.GetKeyWordInt(section::kCadx, keyword::kSmartPart, smartPart);
+    }
+  }
+  return protocol.PutKeyWordInt(section::kCadx, keyword::kReallySmartPart, smartPart);
+}
+
+void VXPart::BuildCaption() {
+  const OptionsStore& options = services.options;
+  protocol.GetKeyWord(section::kObject, keyword::kCadDescription, caption);
+  if (caption.empty()) protocol.GetGlobalData(global::kCaption, caption);
+  if (caption.empty()) {
+    std::string fields[3];
+    for (int i = 0; i < 3; ++i) protocol.GetBom(i + 1, fields[i]);
+    caption = fields[0] + " " + fields[1] + " " + fields[2];
+  }
+  if (options.CaptionTemplate().empty()) {
+    caption += DescriptionSuffix();
+  } else {
+    caption = ExpandNameTemplate(options.CaptionTemplate(), protocol, services.ids);
+  }
+  if (options.UpperCase()) caption = platform::UpperCase(caption);
+  if (options.ReplaceSpaces() != 0) {
+    caption = ReplaceAll(caption, " ", options.ReplaceSpaces() == kRemoveSpaces ? "" : "_");
+  }
+}
+
+// --- what kinds use ---
+
+bool VXPart::BuildParameterList(std::string& text, const std::string& group) {
+  if (!quillmar::BuildParameterList(protocol, ListForm::Values, group, text)) {
+    Fail("There are no data in protocol", QM_HERE);
+  }
+  return true;
+}
+
+ExtDataPairs VXPart::BuildExtendedData() { return quillmar::BuildExtendedData(services, protocol); }
+
+VXPart::Change VXPart::ChangeState() {
+  const int changed = services.session.groupManager ? 0 : protocol.IsChanged();
+  if (changed == 0) return Change::Full;
+  return changed == 1 ? Change::ReconnectOnly : Change::Nothing;
+}
+
+bool VXPart::Reconnect(const std::string& connection) {
+  return services.driver.ConnectProtocol(protocol.GetProtocolID().c_str(), connection.c_str()) !=
+         0;
+}
+
+// The store hands out an identifier with a new protocol; nothing but the identifier is wanted.
+std::string VXPart::WithFreshIdentity(const std::string& connection) {
+  if (IsLocal() || (services.session.showFlag & kKeepSharedIdentity) != 0) return connection;
+  VXProtocol fresh(services.protocols);
+  if (fresh.CreateNew() == 0) return connection;
+  const std::string freshId = fresh.GetProtocolID();
+  fresh.Erase();
+  return ReplaceAll(connection, protocol.GetProtocolID(), freshId);
+}
+
+std::string VXPart::LibraryModelPath() {
+  std::string folder;
+  protocol.GetGlobalData(global::kPath, folder);
+  if (folder.ends_with('\\')) folder.pop_back();
+  std::string modelId;
+  protocol.GetModelID(modelId);
+  return folder + "\\" + services.session.modelDirName + "\\" + modelId + "." + GetFileExtension();
+}
+
+bool VXPart::ReadParametersBack(CadList plainList) {
+  const CadList list =
+      OffersList(services.driver, CadList::ParametersEx) ? CadList::ParametersEx : plainList;
+  if (!OffersList(services.driver, list)) return true;
+  std::string text;
+  if (!ReadCadList(services.driver, services.errors, list, protocol.GetProtocolID(), text)) {
+    return false;
+  }
+  ApplyParameterList(protocol, services.session, text, {});
+  return true;
+}
+
+void VXPart::ReadFeatureStatesBack() {
+  std::string text;
+  if (ReadCadList(services.driver, services.errors, CadList::FeaturesState,
+                  protocol.GetProtocolID(), text)) {
+    ApplyParameterList(protocol, services.session, text, kFeatureStates);
+  }
+}
+
+// Only the list can fail: a CAD that does not take the states is no failure of the change.
+bool VXPart::SendFeatureStates() {
+  std::string states;
+  if (!BuildParameterList(states, kFeatureStates)) return false;
+  if (services.driver.SetFeaturesState && !states.empty()) {
+    services.driver.SetFeaturesState(protocol.GetProtocolID().c_str(), states.c_str());
+  }
+  return true;
+}
+
+bool VXPart::Fail(const char* message, const SourceStamp& source) const {
+  services.errors.ReportError(message, source);
+  return false;
+}
+
+}  // namespace quillmar
