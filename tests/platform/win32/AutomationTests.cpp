@@ -191,16 +191,21 @@ TEST(Automation, ReleasesWhatItHoldsUnlessItWasAbandoned) {
   EXPECT_EQ(object.References(), before + 1);
 }
 
-// Messages that arrive while a call is out may end the client.
+// Messages that arrive while a call is out may end the client; the object must outlive its call.
 TEST(Automation, SurvivesItsEndDuringACall) {
   std::unique_ptr<AutomationObject> client;
+  TestObject* called = nullptr;
+  ULONG during = 0;
   TestObject object([&](DISPID, DISPPARAMS&, VARIANT* result, EXCEPINFO&) {
     client.reset();
+    during = called->References();
     return VariantCopy(result, win32::ToVariant(5).Get());
   });
+  called = &object;
   const ULONG before = object.References();
   client = FindActiveObject(kTestClassId);
   EXPECT_TRUE(client->Call(1, {}, AutomationType::Int).value == AutomationValue(5));
+  EXPECT_EQ(during, before + 1);
   EXPECT_EQ(object.References(), before);
 }
 

@@ -18,7 +18,6 @@ struct SeenDialog {
   std::string title;
   std::string text;  // of its texts together
   LONG extendedStyle = 0;
-  HWND owner = nullptr;
   bool hasIcon = false;
 };
 
@@ -29,8 +28,7 @@ BOOL CALLBACK AppendText(HWND control, LPARAM dialog) {
   GetClassNameA(control, kind, sizeof kind);
   auto& seen = *reinterpret_cast<SeenDialog*>(dialog);
   if (lstrcmpiA(kind, "Static") == 0) seen.text += text;
-  seen.hasIcon |= lstrcmpiA(kind, "Static") == 0 &&
-                  (GetWindowLongA(control, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
+  seen.hasIcon |= SendMessageA(control, STM_GETICON, 0, 0) != 0;
   return TRUE;
 }
 
@@ -65,7 +63,6 @@ class Answerer {
     GetWindowTextA(dialog, title, sizeof title);
     seen.title = title;
     seen.extendedStyle = GetWindowLongA(dialog, GWL_EXSTYLE);
-    seen.owner = GetWindow(dialog, GW_OWNER);
     EnumChildWindows(dialog, AppendText, reinterpret_cast<LPARAM>(&seen));
     if (prepare) prepare(dialog);
     PostMessageA(dialog, WM_COMMAND, button, 0);
@@ -89,6 +86,7 @@ TEST(Dialogs, ShowPlainMessages) {
   Answerer answer(IDOK);
   ShowMessage("first\n\nsecond", "Plain", MessageIcon::None);
   EXPECT_EQ(answer.seen.text, "first\n\nsecond");
+  EXPECT_FALSE(answer.seen.hasIcon);
   EXPECT_EQ(answer.seen.extendedStyle & WS_EX_TOPMOST, 0);
 }
 
