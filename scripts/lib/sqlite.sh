@@ -42,9 +42,15 @@ sqlite_make() {
   return "$status"
 }
 
-# Makes what is missing and sets sqlite_folder.
+# Sets sqlite_folder; 1 when it has not been made.
+sqlite_locate() {
+  local recipe
+  recipe=$(declare -f sqlite_source sqlite_build && echo "$sqlite_suite ${sqlite_flags[*]}")
+  sqlite_folder=$cache/sqlite-windows-$(fingerprint <<<"$recipe")
+  [ -d "$sqlite_folder" ]
+}
+
 sqlite_setup() {
-  sqlite_folder=$cache/sqlite-windows-$( (declare -f sqlite_source sqlite_build; echo "$sqlite_suite ${sqlite_flags[*]}") | fingerprint)
-  [ -d "$sqlite_folder" ] && return 0
+  sqlite_locate && return 0
   need_packages "${sqlite_source_packages[@]}" && make_once "$sqlite_folder" sqlite_make
 }

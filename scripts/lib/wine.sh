@@ -203,6 +203,13 @@ wine_setup_isolated() {
   }
 }
 
+# Removes what killed runs left behind and registries that no image has any more.
+wine_tidy() {
+  mkdir -p "$cache/run"
+  find "$cache/run" -mindepth 1 -maxdepth 1 -mmin +1440 -exec rm -rf {} +
+  find "$cache" -maxdepth 1 -name 'wine-registry-*' -mtime +30 -exec rm -rf {} +
+}
+
 # Prepares a road; 1, with the reason on standard error, when there is none.
 wine_setup() {
   wine_locate && return 0
