@@ -89,4 +89,15 @@ void CallRecord::End(const std::vector<std::string>& arguments, const std::strin
   trace.Log().WriteAt(Shared(trace.Control().logLength).fetch_add(length), line);
 }
 
+void Border::Note(const std::string& text) const noexcept {
+  if (attachedTrace == nullptr) return;
+  try {
+    // Of no kind: a remark is not counted.
+    CallRecord call(*attachedTrace, Kind{}, to, "note", Caller::Named(to));
+    if (call.IsRecorded()) call.End({DescribeText(text, call.TextLimit())}, "");
+  } catch (const std::exception&) {
+    // A remark that finds no memory is lost.
+  }
+}
+
 }  // namespace quillmar::recorder

@@ -18,7 +18,8 @@
 // began, process, from, to, function, "(arguments)", result, duration in microseconds. Lines are
 // written when a call ends; numbers are given when it begins. Texts stand in quotes, what is not
 // printable ASCII is escaped ("\n", "\xB3"); a text longer than the control block's limit is cut
-// and followed by "+" and its full length. "&value" is what a call wrote through a pointer.
+// and followed by "+" and its full length. "&value" is what a call wrote through a pointer. What a
+// companion remarks by itself is a call of "note" from itself to itself.
 //
 // Nothing thrown by a companion leaves a border: the call then has its failure result.
 #pragma once
@@ -118,6 +119,9 @@ class Border {
       return failure;
     }
   }
+
+  // Writes a remark of the companion, such as the reason of a failure, to the log.
+  void Note(const std::string& text) const noexcept;
 
  private:
   template <typename Operation, typename Result, typename... Arguments>
