@@ -2,8 +2,7 @@
 
 namespace quillmar {
 
-void BomTags::AddBomTag(const std::string& group, const std::string& name,
-                        const std::string& key) {
+void BomTags::AddBomTag(const std::string& group, const std::string& name, const std::string& key) {
   names[key] = group + "\\" + name;
 }
 

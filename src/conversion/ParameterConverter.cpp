@@ -31,10 +31,10 @@ constexpr Change kGear1Down[] = {
 
 constexpr Change kGear2Up[] = {{Action::Move, "cas", "cs"}};
 constexpr Change kGear2Down[] = {
-    {Action::Move, "cs", "cas"}, {Action::Clear, "snm1"}, {Action::Clear, "snm2"},
+    {Action::Move, "cs", "cas"}, {Action::Clear, "snm1"},   {Action::Clear, "snm2"},
     {Action::Clear, "bNavrh"},   {Action::Clear, "mNavrh"}, {Action::Clear, "cMax"},
-    {Action::Clear, "co1"},      {Action::Clear, "co2"},  {Action::Clear, "cd1"},
-    {Action::Clear, "cd2"},      {Action::Clear, "pk"},   {Action::Clear, "Fa1"},
+    {Action::Clear, "co1"},      {Action::Clear, "co2"},    {Action::Clear, "cd1"},
+    {Action::Clear, "cd2"},      {Action::Clear, "pk"},     {Action::Clear, "Fa1"},
     {Action::Clear, "Fa2"},
 };
 

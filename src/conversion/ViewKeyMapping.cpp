@@ -19,8 +19,7 @@ std::string ReadGrowing(const std::string& file, const std::string& section, con
   std::size_t length = 0;
   do {
     buffer.resize(buffer.size() + step);
-    length = platform::GetProfileText(file, section.c_str(), key, "", buffer.data(),
-                                      buffer.size());
+    length = platform::GetProfileText(file, section.c_str(), key, "", buffer.data(), buffer.size());
   } while (length + 2 >= buffer.size());
   buffer.resize(length);
   return buffer;

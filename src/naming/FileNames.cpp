@@ -57,9 +57,7 @@ void ReplaceSpaces(std::string& name, std::uint32_t rule) {
 class FileNameMaker {
  public:
   FileNameMaker(const FileNameContext& context, const FileNameRequest& request)
-      : context(context),
-        request(request),
-        names(request.local ? kLocalNames : kSharedNames) {}
+      : context(context), request(request), names(request.local ? kLocalNames : kSharedNames) {}
 
   // The name and folder by the user's rules; false when he cancelled a question.
   bool Make() {
@@ -124,9 +122,9 @@ class FileNameMaker {
   bool AskForFolder() {
     structure = false;
     const std::string last = LastQuestionPath();
-    const auto chosen = platform::AskFolder(
-        MainWindow(context.driver), last,
-        ReplaceAll(context.texts.GetText(kTextAskFolder), "%s", name));
+    const auto chosen =
+        platform::AskFolder(MainWindow(context.driver), last,
+                            ReplaceAll(context.texts.GetText(kTextAskFolder), "%s", name));
     if (!chosen) return false;
     folder = *chosen;
     StoreQuestionPath();
@@ -139,8 +137,8 @@ class FileNameMaker {
     std::string description;
     request.protocol.GetViewDescription(description);
     const std::string title = request.caption + " (" + description + ")";
-    const std::string filter = request.typeName + " (*." + request.extension + ")|*." +
-                               request.extension + "|";
+    const std::string filter =
+        request.typeName + " (*." + request.extension + ")|*." + request.extension + "|";
     const bool chosen = context.driver.ShowFileDialog ? AskThroughDriver(filter, title)
                                                       : AskThroughSystem(last, filter, title);
     if (chosen) StoreQuestionPath();

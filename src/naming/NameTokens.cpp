@@ -85,9 +85,8 @@ struct TokenRow {
 };
 
 constexpr TokenRow kTokens[] = {
-    {"MODELNAME", ModelName}, {"CBFNAME", DataFileName}, {"SIZEID", SizeId},
-    {"CAPTION", Caption},     {"UNIQUEID", UniqueId},    {"BOM1", BomField},
-    {"BOM2", BomField},       {"BOM3", BomField},
+    {"MODELNAME", ModelName}, {"CBFNAME", DataFileName}, {"SIZEID", SizeId}, {"CAPTION", Caption},
+    {"UNIQUEID", UniqueId},   {"BOM1", BomField},        {"BOM2", BomField}, {"BOM3", BomField},
 };
 
 }  // namespace
@@ -100,9 +99,8 @@ std::string TokenValueOf(VXProtocol& protocol, UniqueIds& ids, const std::string
 }
 
 std::string ExpandNameTemplate(const std::string& text, VXProtocol& protocol, UniqueIds& ids) {
-  return ExpandNameTemplate(text, [&](const std::string& token) {
-    return TokenValueOf(protocol, ids, token);
-  });
+  return ExpandNameTemplate(
+      text, [&](const std::string& token) { return TokenValueOf(protocol, ids, token); });
 }
 
 // The leading digits of a 64-bit Fowler-Noll-Vo hash, mixed once more so that texts that differ

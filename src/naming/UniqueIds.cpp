@@ -11,9 +11,7 @@ constexpr const char* kVolume = "c:\\";
 constexpr std::uint32_t kBase = 36;
 constexpr int kTickDigits = 7;
 
-char Digit(std::uint32_t value) {
-  return "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"[value % kBase];
-}
+char Digit(std::uint32_t value) { return "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"[value % kBase]; }
 
 // Seven digits of the clock, the most significant first, and one of the machine.
 std::string MakeDigits(std::uint32_t ticks, std::uint32_t serial) {

@@ -79,8 +79,9 @@ class TagValues {
 
   std::string ValueOf(std::size_t index) const {
     const OptionsStore& options = services.options;
-    return index < kDefaultTags && options.DefaultTags() ? DefaultValue(static_cast<int>(index) + 1)
-                                                         : TemplateValue(options.Tags()[index].text);
+    return index < kDefaultTags && options.DefaultTags()
+               ? DefaultValue(static_cast<int>(index) + 1)
+               : TemplateValue(options.Tags()[index].text);
   }
 
  private:

@@ -12,8 +12,7 @@ bool ObtainProtocol(const PartServices& services, const std::string& partName) {
   VXProtocol protocol(services.protocols);
   // A protocol that a calculation window holds counts as opened, but this object cannot work
   // with it.
-  if (protocol.OpenFromReference(reference, false, Markers::Standard) == 0 ||
-      !protocol.IsReady()) {
+  if (protocol.OpenFromReference(reference, false, Markers::Standard) == 0 || !protocol.IsReady()) {
     return false;
   }
   protocol.SetDrawn(!services.session.groupManager);

@@ -144,8 +144,8 @@ bool BuildParameterList(VXProtocol& protocol, ListForm form, const std::string& 
   std::string unit;
   for (int index = 1; index <= count; ++index) {
     if (!protocol.GetDataItem(static_cast<short>(index), name, value, unit)) continue;
-    const bool wanted = group.empty() ? !name.starts_with(kCadValuePrefix)
-                                      : name.starts_with(prefix);
+    const bool wanted =
+        group.empty() ? !name.starts_with(kCadValuePrefix) : name.starts_with(prefix);
     if (!wanted) continue;
     items.append(name, prefix.size(), std::string::npos).append(",");
     if (form == ListForm::Units) {

@@ -25,18 +25,18 @@ struct PartClassRow {
 };
 
 constexpr PartClassRow kPartClassRegistry[] = {
-    {3, nullptr},              // model part
+    {3, nullptr},  // model part
     {2, Make<VXParamPart>},
-    {4, nullptr},              // calculation
-    {10, nullptr},             // assembly
+    {4, nullptr},   // calculation
+    {10, nullptr},  // assembly
     {9, Make<VXShaft>},
-    {5, nullptr},              // model parts
+    {5, nullptr},  // model parts
     {6, nullptr},
     {7, Make<VXFeaturePart>},
     {8, Make<VXFeaturePart>},
-    {1, nullptr},              // drawing
-    {13, nullptr},             // symbol
-    {12, nullptr},             // format
+    {1, nullptr},   // drawing
+    {13, nullptr},  // symbol
+    {12, nullptr},  // format
     {14, Make<VXCamPart>},
 };
 

@@ -20,18 +20,12 @@ struct PropertyRow {
 
 // In the order in which the driver gives them.
 constexpr PropertyRow kProperties[] = {
-    {"VXP_PP_CenterOfMassX", false},
-    {"VXP_PP_CenterOfMassY", false},
-    {"VXP_PP_CenterOfMassZ", false},
-    {"VXP_PP_Volume", true},
-    {"VXP_PP_Area", true},
-    {"VXP_PP_Mass", true},
-    {"VXP_PP_MomXX", false},
-    {"VXP_PP_MomYY", false},
-    {"VXP_PP_MomZZ", false},
-    {"VXP_PP_MomXY", false},
-    {"VXP_PP_MomXZ", false},
-    {"VXP_PP_MomYZ", false},
+    {"VXP_PP_CenterOfMassX", false}, {"VXP_PP_CenterOfMassY", false},
+    {"VXP_PP_CenterOfMassZ", false}, {"VXP_PP_Volume", true},
+    {"VXP_PP_Area", true},           {"VXP_PP_Mass", true},
+    {"VXP_PP_MomXX", false},         {"VXP_PP_MomYY", false},
+    {"VXP_PP_MomZZ", false},         {"VXP_PP_MomXY", false},
+    {"VXP_PP_MomXZ", false},         {"VXP_PP_MomYZ", false},
 };
 
 bool HasBody(VXProtocol& protocol) {
@@ -55,8 +49,8 @@ void ReadGroup(const PartServices& services, VXProtocol& protocol, CadList list,
 void ReadSingleProperties(const PartServices& services, VXProtocol& protocol) {
   double v[std::size(kProperties)] = {};
   if (services.driver.GetPhysicalProperties(protocol.GetProtocolID().c_str(), &v[0], &v[1], &v[2],
-                                            &v[3], &v[4], &v[5], &v[6], &v[7], &v[8], &v[9],
-                                            &v[10], &v[11]) == 0) {
+                                            &v[3], &v[4], &v[5], &v[6], &v[7], &v[8], &v[9], &v[10],
+                                            &v[11]) == 0) {
     return;
   }
   for (std::size_t i = 0; i < std::size(kProperties); ++i) {

@@ -74,8 +74,7 @@ bool VXCamPart::InsertByProfile(const std::string& connection, const ExtDataPair
   }
   return driver.InsertCamPart(protocol.GetProtocolID().c_str(), pointCount, first.data(),
                               second.data(), baseValue, baseUnit.c_str(), connection.c_str(),
-                              filePath.c_str(), caption.c_str(), pairs.Get(),
-                              pairs.Count()) != 0 ||
+                              filePath.c_str(), caption.c_str(), pairs.Get(), pairs.Count()) != 0 ||
          Fail("Cannot insert CAM part", QM_HERE);
 }
 

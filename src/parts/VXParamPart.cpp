@@ -133,8 +133,8 @@ bool VXParamPart::ChangeFully(const std::string& parameters, const std::string& 
   }
   if (services.driver.ChangeParamPart(protocol.GetProtocolID().c_str(), modelPath.c_str(),
                                       parameters.c_str(), connection.c_str(), smartPart,
-                                      filePath.c_str(), caption.c_str(), pairs.Get(),
-                                      pairs.Count(), modelChanged ? 1 : 0) == 0) {
+                                      filePath.c_str(), caption.c_str(), pairs.Get(), pairs.Count(),
+                                      modelChanged ? 1 : 0) == 0) {
     return Fail("Cannot update parameter part", QM_HERE);
   }
   return SendFeatureStates() || Fail("Cannot prepare list of features", QM_HERE);

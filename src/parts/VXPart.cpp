@@ -100,8 +100,7 @@ bool VXPart::DrawInCad(InsertMode mode) {
     return Fail("Cannot prepare protocol.", QM_HERE);
   }
   if (!views.empty()) return DriveViews(Drive::Insert, views, connection, pairs);
-  return InsertIntoCad(connection, pairs) ||
-         Fail("Cannot insert part into cad system.", QM_HERE);
+  return InsertIntoCad(connection, pairs) || Fail("Cannot insert part into cad system.", QM_HERE);
 }
 
 void VXPart::ReadBackAfterLoop() {
@@ -201,8 +200,7 @@ void VXPart::FinishOptimState() {
 }
 
 bool VXPart::DetermineLocalFlag() {
-  const bool known =
-      protocol.GetKeyWordInt(section::kCadx, keyword::kReallySmartPart, smartPart);
+  const bool known = protocol.GetKeyWordInt(section::kCadx, keyword::kReallySmartPart, smartPart);
   if (!known) {
     smartPart = 0;
     if (!services.options.SmartParts() && !services.session.groupManager) {
@@ -252,8 +250,7 @@ VXPart::Change VXPart::ChangeState() {
 }
 
 bool VXPart::Reconnect(const std::string& connection) {
-  return services.driver.ConnectProtocol(protocol.GetProtocolID().c_str(), connection.c_str()) !=
-         0;
+  return services.driver.ConnectProtocol(protocol.GetProtocolID().c_str(), connection.c_str()) != 0;
 }
 
 // The store hands out an identifier with a new protocol; nothing but the identifier is wanted.

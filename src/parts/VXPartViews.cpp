@@ -75,8 +75,8 @@ VXPart::Views VXPart::MakeViews(InsertMode mode) {
     const auto comma = entry.find(',');
     const std::string modelKey =
         comma == std::string::npos ? std::string() : entry.substr(comma + 1);
-    views.push_back(MakeView(buffer, number, entry.substr(0, comma),
-                             ModelOf(path + kModelTable, modelKey)));
+    views.push_back(
+        MakeView(buffer, number, entry.substr(0, comma), ModelOf(path + kModelTable, modelKey)));
   }
   return views;
 }
@@ -170,8 +170,8 @@ void VXPart::CopyCadValues(Views& views) {
 bool VXPart::DriveViews(Drive drive, Views& views, const std::string& connection,
                         const ExtDataPairs& pairs) {
   if (!StartViews()) return false;
-  const bool driven = drive == Drive::Insert ? InsertIntoCad(connection, pairs)
-                                             : ChangeInCad(connection, pairs);
+  const bool driven =
+      drive == Drive::Insert ? InsertIntoCad(connection, pairs) : ChangeInCad(connection, pairs);
   if (driven) {
     for (const auto& view : views) {
       if (!DriveView(drive, *view)) break;
