@@ -121,7 +121,7 @@ wine_world() {
   done
   for path in "$prefix" "$@"; do
     case $path in
-      / | /tmp | /usr | /etc | /var | /bin | /sbin | /lib | /dev | /proc | /run) ;;
+      / | /usr | /etc | /var | /bin | /sbin | /lib | /dev | /proc | /run) ;;
       *) world+=(--bind "$path" "$path") ;;
     esac
   done
