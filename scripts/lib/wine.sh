@@ -62,7 +62,8 @@ wine_make_prefix() {
   find "$target/drive_c/users" -type l -print0 | while IFS= read -r -d '' link; do
     rm "$link" && mkdir "$link"
   done
-  rm -f "$target/wineserver" "$target.log"
+  rm -f "$target.log"
+  wine_end "$target"
 }
 
 # The registry files of the template after the import of the .reg files of FOLDER.
@@ -86,6 +87,7 @@ wine_make_registry() {
     status=1
   }
   cp "$prefix"/{system,user,userdef}.reg "$target/"
+  wine_end "$prefix"
   rm -rf "$prefix" "$target.log"
   return "$status"
 }
@@ -98,6 +100,15 @@ wine_copy_template() {
   cp -al "$wine_template/." "$1/"
   cp --remove-destination "$wine_template"/{system,user,userdef}.reg "$1/"
   (cd "$wine_template" && find . -name '*.ini' -print0 | xargs -0 -r cp --remove-destination --parents -t "$1")
+}
+
+# Ends what still runs on PREFIX. In the isolated root all ended with the command, the server's folder too.
+wine_end() {
+  if [ "$wine_road" = host ] && [ -s "$1/wineserver" ]; then
+    WINEPREFIX=$1 wineserver -k 2>/dev/null
+    rm -rf "/tmp/$(cat "$1/wineserver")"
+  fi
+  rm -f "$1/wineserver"
 }
 
 # wine_world PREFIX [PATH...]: sets `world` to the command words before which `wine ...` runs on PREFIX.
@@ -170,7 +181,7 @@ wine_answers() {
     wine_world "$folder/prefix" "$folder"
     timeout 60 "${world[@]}" wine "$folder/probe.exe" </dev/null >"$folder/log" 2>&1
     status=$?
-    [ "$wine_road" = isolated ] || WINEPREFIX=$folder/prefix wineserver -k 2>/dev/null
+    wine_end "$folder/prefix"
     [ "$status" -eq 42 ] || cat "$folder/log" >&2
   fi
   rm -rf "$folder"
