@@ -15,24 +15,32 @@ std::filesystem::path PathOf(const std::string& file) {
   return Machine::Current().HostPath(bare ? JoinPath(WindowsFolder(), file) : file);
 }
 
-std::u16string WithoutQuotes(std::u16string_view value) {
-  bool quoted = value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') &&
-                value.back() == value.front();
-  if (quoted) value = value.substr(1, value.size() - 2);
-  return std::u16string(value);
+bool IsQuoted(std::u16string_view value) {
+  return value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') &&
+         value.back() == value.front();
 }
 
-std::string WithoutTrailingBlanks(const char* fallback) {
-  std::string text = fallback != nullptr ? fallback : "";
-  text.resize(text.find_last_not_of(' ') + 1);
+// The first character stays, also when it is a blank.
+std::u16string_view WithoutTrailingBlanks(std::u16string_view text) {
+  while (text.size() > 1 && text.back() == u' ') text.remove_suffix(1);
   return text;
 }
 
 // The part of a text that fits.
-std::size_t Copy(std::u16string_view text, char* buffer, std::size_t size) {
+std::size_t CopyText(std::u16string_view text, char* buffer, std::size_t size) {
   std::string bytes = Narrow(text.substr(0, size - 1));
   std::memcpy(buffer, bytes.c_str(), bytes.size() + 1);
   return bytes.size();
+}
+
+// The part of a value that fits, without its quotes. When the value fits exactly the system takes
+// its last character for the closing quote.
+std::size_t CopyValue(std::u16string_view value, char* buffer, std::size_t size) {
+  if (!IsQuoted(value)) return CopyText(value, buffer, size);
+  value.remove_prefix(1);
+  std::size_t length = CopyText(value, buffer, size);
+  if (length > 0 && size >= value.size()) buffer[--length] = '\0';
+  return length;
 }
 
 // Names, each closed by a NUL, and one NUL more; cut so that both NULs at the end fit.
@@ -44,10 +52,19 @@ std::size_t CopyList(const std::vector<std::u16string_view>& names, char* buffer
     buffer[0] = '\0';
     return 0;
   }
-  bool fits = list.size() + 1 <= size;
-  std::size_t length = fits ? list.size() : size - 2;
+  std::size_t length = std::min(list.size(), size - 2);
   std::memcpy(buffer, list.data(), length);
-  std::memset(buffer + length, 0, fits ? 1 : 2);
+  std::memset(buffer + length, 0, 2);
+  return length;
+}
+
+// A list that begins with nothing is replaced by the fallback, in the form of a list of one.
+std::size_t CopyKeys(const std::vector<std::u16string_view>& keys, std::u16string_view fallback,
+                     char* buffer, std::size_t size) {
+  std::size_t length = CopyList(keys, buffer, size);
+  if (buffer[0] != '\0') return length;
+  length = CopyValue(fallback, buffer, size);
+  if (length + 1 < size) buffer[length + 1] = '\0';
   return length;
 }
 
@@ -59,14 +76,11 @@ std::size_t GetProfileText(const std::string& file, const char* section, const c
   std::shared_ptr<const ProfileFile> profile =
       Machine::Current().Internals().profiles.Get(PathOf(file));
   if (section == nullptr) return CopyList(profile->Sections(), buffer, size);
-  std::u16string deputy = WithoutQuotes(Widen(WithoutTrailingBlanks(fallback)));
   std::u16string home = Widen(section);
-  if (key == nullptr) {
-    std::vector<std::u16string_view> keys = profile->Keys(home);
-    return keys.empty() ? Copy(deputy, buffer, size) : CopyList(keys, buffer, size);
-  }
+  std::u16string deputy = Widen(fallback != nullptr ? fallback : "");
+  if (key == nullptr) return CopyKeys(profile->Keys(home), deputy, buffer, size);
   std::optional<std::u16string_view> value = profile->Find(home, Widen(key));
-  return Copy(value ? WithoutQuotes(*value) : deputy, buffer, size);
+  return CopyValue(value.value_or(WithoutTrailingBlanks(deputy)), buffer, size);
 }
 
 bool WriteProfileText(const std::string& file, const char* section, const char* key,

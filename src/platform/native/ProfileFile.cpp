@@ -2,22 +2,28 @@
 
 #include <algorithm>
 
-#include "platform/native/CodePage.h"
-
 namespace quillmar::platform {
 namespace {
 
 constexpr std::u16string_view kLineEnd = u"\r\n";
 
 bool IsSpace(char16_t character) {
-  return (character >= 0x09 && character <= 0x0D) || character == 0x1A || character == u' ' ||
-         character == 0x85 || character == 0xA0;
+  return (character >= 0x09 && character <= 0x0D) || character == 0x1A || character == u' ';
 }
 
 std::u16string_view TrimSpaces(std::u16string_view text) {
   while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
   return text;
+}
+
+// Letters outside ASCII do not match their capitals here: so it is with the system's functions.
+std::u16string FoldAscii(std::u16string_view name) {
+  std::u16string folded(name);
+  for (char16_t& character : folded) {
+    if (character >= u'A' && character <= u'Z') character = character + (u'a' - u'A');
+  }
+  return folded;
 }
 
 // Names end at a NUL.
@@ -36,10 +42,10 @@ ProfileFile::ProfileFile(std::string_view bytes) {
 
 void ProfileFile::Parse() {
   sections.emplace_back();
+  firstSection.emplace(std::u16string(), 0);
   for (std::size_t begin = 0; begin < text.size();) {
-    std::size_t end = text.find(u'\n', begin);
-    if (end == std::u16string::npos) end = text.find(u'\r', begin);
-    end = end == std::u16string::npos ? text.size() : end + 1;
+    std::size_t end = std::min(text.find_first_of(kLineEnd, begin), text.size());
+    end += text.compare(end, kLineEnd.size(), kLineEnd) == 0 ? 2 : end < text.size() ? 1 : 0;
     TakeLine({begin, end});
     begin = end;
   }
@@ -57,7 +63,8 @@ bool ProfileFile::TakeHeading(Range line, Range content) {
   Section section;
   section.heading = line;
   section.name = Trim({content.begin + 1, content.begin + close});
-  firstSection.emplace(Fold(UpToNul(In(section.name))), sections.size());
+  std::u16string_view name = UpToNul(In(section.name));
+  firstSection.emplace(FoldAscii(name), sections.size());
   sections.push_back(std::move(section));
   return true;
 }
@@ -74,7 +81,11 @@ void ProfileFile::TakeEntry(Range line, Range content) {
     entry.value = Trim({equals + 1, content.end});
   }
   Section& section = sections.back();
-  section.firstOfName.emplace(Fold(UpToNul(In(entry.name))), section.entries.size());
+  // Of several lines without a name on end only the first counts.
+  bool repeated = entry.name.begin == entry.name.end && !section.entries.empty() &&
+                  UpToNul(In(section.entries.back().name)).empty();
+  if (repeated) return;
+  section.firstOfName.emplace(FoldAscii(UpToNul(In(entry.name))), section.entries.size());
   section.entries.push_back(entry);
 }
 
@@ -89,20 +100,20 @@ ProfileFile::Range ProfileFile::Trim(Range range) const {
 }
 
 const ProfileFile::Section* ProfileFile::FindSection(std::u16string_view name) const {
-  auto found = firstSection.find(Fold(TrimSpaces(name)));
+  auto found = firstSection.find(FoldAscii(name));
   return found == firstSection.end() ? nullptr : &sections[found->second];
 }
 
 const ProfileFile::Entry* ProfileFile::FindEntry(const Section* section,
                                                  std::u16string_view key) const {
   if (section == nullptr) return nullptr;
-  auto found = section->firstOfName.find(Fold(TrimSpaces(key)));
+  auto found = section->firstOfName.find(FoldAscii(TrimSpaces(key)));
   return found == section->firstOfName.end() ? nullptr : &section->entries[found->second];
 }
 
 std::optional<std::u16string_view> ProfileFile::Find(std::u16string_view section,
                                                      std::u16string_view key) const {
-  const Entry* entry = FindEntry(FindSection(section), key);
+  const Entry* entry = FindEntry(FindSection(TrimSpaces(section)), key);
   if (entry == nullptr || !entry->value) return std::nullopt;
   return UpToNul(In(*entry->value));
 }
@@ -131,7 +142,7 @@ std::optional<std::string> ProfileFile::WithValue(std::u16string_view section,
                                                   std::u16string_view key,
                                                   std::u16string_view value) const {
   while (!value.empty() && IsSpace(value.front())) value.remove_prefix(1);
-  const Section* home = FindSection(section);
+  const Section* home = FindSection(TrimSpaces(section));
   if (home == nullptr) {
     return Replaced({text.size(), text.size()}, NewSection(section, key, value));
   }

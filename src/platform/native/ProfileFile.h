@@ -1,7 +1,7 @@
 // A profile file taken apart as the Windows profile functions do it, and changes of single lines
 // that leave all others as they are.
 //
-// Lines end at a line feed, without any at a carriage return. Blanks, control characters of the
+// Lines end at a line feed or a carriage return. Blanks, control characters of the
 // space kind and Ctrl-Z around lines, keys and values do not count. A line that begins with "["
 // and holds a "]" is a heading; others are keys, with a value behind the first "=".
 #pragma once
@@ -53,7 +53,8 @@ class ProfileFile {
     std::optional<Range> value;
   };
   struct Section {
-    Range heading;  // the whole line; empty for what stands before the first heading
+    // The whole line. What stands before the first heading is a section without heading and name.
+    Range heading;
     Range name;
     std::vector<Entry> entries;
     std::unordered_map<std::u16string, std::size_t> firstOfName;  // by folded name
