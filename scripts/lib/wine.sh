@@ -214,11 +214,12 @@ wine_setup_isolated() {
   }
 }
 
-# Removes what killed runs left behind and registries that no image has any more.
+# Removes what killed runs left behind, and what no recipe has asked for in a month.
 wine_tidy() {
-  mkdir -p "$cache/run"
+  touch "$wine_template"
+  [ "$wine_road" = host ] || touch "$wine_root"
   find "$cache/run" -mindepth 1 -maxdepth 1 -mmin +1440 -exec rm -rf {} +
-  find "$cache" -maxdepth 1 -name 'wine-registry-*' -mtime +30 -exec rm -rf {} +
+  find "$cache" -mindepth 1 -maxdepth 1 -name 'wine-*' -mtime +30 -exec rm -rf {} +
 }
 
 # Prepares a road; 1, with the reason on standard error, when there is none.
