@@ -1,9 +1,10 @@
 // Hexaplan.exe on the native target: a shared object that the machine's process start loads into
 // the calling process. The host then stands in the machine's table of active objects.
+#include <dlfcn.h>
+
 #include <memory>
 
 #include "hexaplan/host/HostObject.h"
-#include "platform/Modules.h"
 #include "platform/native/Machine.h"
 #include "quillmar/CalculationHost.h"
 
@@ -11,8 +12,12 @@ namespace {
 
 using namespace quillmar::platform;
 
-std::string FolderOfProgram() {
-  const std::string path = ModulePath(FindLoadedModule(QM_HOST_PROGRAM));
+// The folder of this very file: a process may hold the programs of several machines.
+std::string FolderOfProgram(const Machine& machine) {
+  static const int inThisFile = 0;
+  Dl_info file{};
+  if (dladdr(&inThisFile, &file) == 0) return {};
+  const std::string path = machine.WindowsPath(file.dli_fname);
   return path.substr(0, path.find_last_of('\\'));
 }
 
@@ -22,34 +27,25 @@ class RunningHost final : public AutomationServer,
   explicit RunningHost(Machine& machine) : machine(machine) {}
 
   bool Start() {
-    const std::string folder = FolderOfProgram();
+    const std::string folder = FolderOfProgram(machine);
     if (!store.Load(folder)) return false;
-    const auto gone = [this] { Leave(); };
+    const auto gone = [this] { machine.EndServer(QM_HOST_CLASS_ID); };
     host = std::make_unique<hexaplan::HostObject>(folder, store, hexaplan::HostProcess{gone, gone});
     machine.RegisterActiveObject(QM_HOST_CLASS_ID, shared_from_this());
     return true;
   }
 
   AutomationResult Call(int identifier, const AutomationArguments& arguments) override {
-    if (left) return {AutomationStatus::ServerGone, {}, {}};
     const auto self = shared_from_this();  // the machine may let go during the call
     return host->Call(identifier, arguments);
   }
 
-  std::optional<int> FindMember(const std::string& name) override {
-    return left ? std::nullopt : host->FindMember(name);
-  }
+  std::optional<int> FindMember(const std::string& name) override { return host->FindMember(name); }
 
  private:
-  void Leave() {
-    left = true;
-    machine.RevokeActiveObject(QM_HOST_CLASS_ID);
-  }
-
   Machine& machine;
   hexaplan::ProtocolStore store;
   std::unique_ptr<hexaplan::HostObject> host;
-  bool left = false;
 };
 
 }  // namespace
