@@ -127,11 +127,15 @@ NamedTexts ReadTexts(const Json& json, const char* key, const std::string& where
   return items;
 }
 
+const Json& ReadList(const Json& json, const char* key, const std::string& where) {
+  const Json& list = Member(json, key, where);
+  if (!list.is_array()) Refuse(where + key, "must be a list");
+  return list;
+}
+
 std::vector<std::string> ReadNames(const Json& json, const char* key, const std::string& where) {
-  const Json& array = Member(json, key, where);
-  if (!array.is_array()) Refuse(where + key, "must be a list of texts");
   std::vector<std::string> names;
-  for (const Json& name : array) names.push_back(ReadText(name, where + key));
+  for (const Json& name : ReadList(json, key, where)) names.push_back(ReadText(name, where + key));
   return names;
 }
 
@@ -148,10 +152,8 @@ double ReadNumber(const Json& json, const char* key, const std::string& where) {
 }
 
 std::vector<double> ReadNumbers(const Json& json, const char* key, const std::string& where) {
-  const Json& array = Member(json, key, where);
-  if (!array.is_array()) Refuse(where + key, "must be a list of numbers");
   std::vector<double> numbers;
-  for (const Json& number : array) {
+  for (const Json& number : ReadList(json, key, where)) {
     if (!number.is_number()) Refuse(where + key, "must be a list of numbers");
     numbers.push_back(number.get<double>());
   }
@@ -285,11 +287,11 @@ Document DocumentFromJson(const std::string& text) {
   document.folders.workspace = ReadText(folders, "workspace", "folders.");
   document.folders.library = ReadText(folders, "library", "folders.");
   document.folders.contentLibrary = ReadText(folders, "contentLibrary", "folders.");
-  const Json& objects = Member(json, "objects", "");
+  const Json& objects = ReadList(json, "objects", "");
   for (std::size_t i = 0; i < objects.size(); ++i) {
     document.objects.push_back(ReadObject(objects[i], "objects[" + std::to_string(i) + "]."));
   }
-  for (const Json& file : Member(json, "exchangedFiles", "")) {
+  for (const Json& file : ReadList(json, "exchangedFiles", "")) {
     document.exchangedFiles.push_back(
         {ReadText(file, "path", "exchangedFiles."),
          static_cast<int>(ReadNumber(file, "kind", "exchangedFiles.")),
