@@ -11,16 +11,19 @@ namespace {
 
 constexpr std::size_t kLongestValueName = 16383;
 
-StoredValue Store(const std::string& name, RegistryType type, std::string data) {
+// Readers of texts count on a NUL at the end, as on Windows; only an empty list has none.
+std::string Terminated(std::string data, std::uint32_t type) {
+  bool open = data.empty() ? type != kRegistryTextList : data.back() != '\0';
+  if (open) data += '\0';
+  return data;
+}
+
+StoredValue Store(const std::string& name, RegistryType type, const std::string& data) {
   StoredValue stored;
   stored.name = Widen(name);
   stored.type = static_cast<std::uint32_t>(type);
-  if (!IsTextType(stored.type)) {
-    stored.bytes = std::move(data);
-  } else {
-    if (!data.empty() && data.back() != '\0') data += '\0';
-    stored.bytes = BytesOfText(Widen(data));
-  }
+  bool text = IsTextType(stored.type);
+  stored.bytes = text ? BytesOfText(Widen(Terminated(data, stored.type))) : data;
   return stored;
 }
 
@@ -32,6 +35,8 @@ RegistryValue Load(const StoredValue& stored) {
 
 // Names end at a NUL, like every text of the system.
 std::string AsText(const std::string& name) { return name.c_str(); }
+
+bool IsRelative(const std::string& path) { return path.empty() || path.front() != '\\'; }
 
 }  // namespace
 
@@ -124,6 +129,7 @@ std::optional<NamedRegistryValue> RegistryHandle::ValueAt(std::uint32_t index) c
 }
 
 std::optional<RegistryHandle> OpenKey(Hive hive, const std::string& path) {
+  if (!IsRelative(path)) return std::nullopt;
   auto backend = std::make_unique<RegistryHandle::Backend>();
   backend->hive = Machine::Current().Internals().HiveOf(hive);
   backend->path = Widen(AsText(path));
@@ -134,6 +140,7 @@ std::optional<RegistryHandle> OpenKey(Hive hive, const std::string& path) {
 }
 
 std::optional<RegistryHandle> CreateKey(Hive hive, const std::string& path) {
+  if (!IsRelative(path)) return std::nullopt;
   auto backend = std::make_unique<RegistryHandle::Backend>();
   backend->hive = Machine::Current().Internals().HiveOf(hive);
   backend->path = Widen(AsText(path));
