@@ -88,8 +88,8 @@ AutomationStatus StatusOf(HRESULT failure) {
   if (failure == DISP_E_MEMBERNOTFOUND || failure == DISP_E_UNKNOWNNAME) {
     return AutomationStatus::UnknownMember;
   }
-  const bool gone = std::find(std::begin(kServerGone), std::end(kServerGone), failure) !=
-                    std::end(kServerGone);
+  const bool gone =
+      std::find(std::begin(kServerGone), std::end(kServerGone), failure) != std::end(kServerGone);
   return gone ? AutomationStatus::ServerGone : AutomationStatus::Failed;
 }
 
@@ -127,9 +127,9 @@ AutomationResult DispatchObject::Call(int identifier, const AutomationArguments&
   DISPPARAMS parameters = comArguments.Parameters();
   Variant answer;
   RaisedError error;
-  const HRESULT status = called->Invoke(
-      identifier, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
-      result == AutomationType::None ? nullptr : answer.Get(), error.Get(), nullptr);
+  const HRESULT status =
+      called->Invoke(identifier, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                     result == AutomationType::None ? nullptr : answer.Get(), error.Get(), nullptr);
   if (SUCCEEDED(status)) return ResultOf(answer, result);
   return {StatusOf(status), {}, status == DISP_E_EXCEPTION ? error.Description() : std::string()};
 }

@@ -68,7 +68,8 @@ std::optional<std::string> AskSaveFile(const SaveQuestion& question) {
   dialog.lpstrDefExt = question.defaultExtension.c_str();
   dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
   if (GetSaveFileNameA(&dialog) == FALSE) return std::nullopt;
-  return std::string(path.c_str());
+  path.resize(path.find('\0'));
+  return path;
 }
 
 }  // namespace quillmar::platform

@@ -21,9 +21,8 @@ bool FileExists(const std::string& path) {
 bool RemoveFile(const std::string& path) { return DeleteFileA(path.c_str()) != 0; }
 
 std::string ShortPathName(const std::string& path) {
-  const std::string shortPath = win32::GrowingText([&](char* buffer, DWORD size) {
-    return GetShortPathNameA(path.c_str(), buffer, size);
-  });
+  const std::string shortPath = win32::GrowingText(
+      [&](char* buffer, DWORD size) { return GetShortPathNameA(path.c_str(), buffer, size); });
   return shortPath.empty() ? path : shortPath;
 }
 

@@ -102,7 +102,7 @@ INT_PTR DialogWindow::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam
       if (wParam != 0) handler.OnShown();
       return FALSE;
     case WM_NOTIFY:
-      return win32::AnswerToolTipRequest(resources, reinterpret_cast<NMHDR*>(lParam)) ? TRUE : FALSE;
+      return win32::AnswerToolTipRequest(resources, reinterpret_cast<NMHDR*>(lParam));
     case WM_CLOSE:
       ShowWindow(handle, SW_HIDE);
       return TRUE;

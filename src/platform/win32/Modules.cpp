@@ -41,11 +41,9 @@ void AppendSearchPath(std::vector<std::string>& folders) {
 
 std::vector<std::string> SearchFolders() {
   const std::string program = ModulePath(nullptr);
-  std::vector<std::string> folders{
-      program.substr(0, program.find_last_of('\\')),
-      win32::GrowingText([](char* buffer, DWORD size) { return GetSystemDirectoryA(buffer, size); }),
-      win32::GrowingText(
-          [](char* buffer, DWORD size) { return GetWindowsDirectoryA(buffer, size); })};
+  std::vector<std::string> folders{program.substr(0, program.find_last_of('\\')),
+                                   win32::GrowingText(GetSystemDirectoryA),
+                                   win32::GrowingText(GetWindowsDirectoryA)};
   AppendSearchPath(folders);
   return folders;
 }
@@ -57,9 +55,8 @@ QmModule FindLoadedModule(const std::string& name) {
 }
 
 std::string ModulePath(QmModule module) {
-  return win32::GrowingText([&](char* buffer, DWORD size) {
-    return GetModuleFileNameA(ToModule(module), buffer, size);
-  });
+  return win32::GrowingText(
+      [&](char* buffer, DWORD size) { return GetModuleFileNameA(ToModule(module), buffer, size); });
 }
 
 void* FindFunction(QmModule module, const char* name) {
@@ -83,8 +80,8 @@ LoadResult LoadLibraryAt(const std::string& path) {
 
 LoadResult LoadLibraryFromSystem(const std::string& fileName) {
   LoadResult result{Library{}, ERROR_MOD_NOT_FOUND};
-  for (const std::string& folder : SearchFolders()) {
-    result = LoadLibraryAt(folder + "\\" + fileName);
+  for (std::string path : SearchFolders()) {
+    result = LoadLibraryAt(path.append("\\").append(fileName));
     if (result.library) break;
   }
   return result;

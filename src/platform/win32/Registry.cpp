@@ -85,8 +85,7 @@ bool RegistryHandle::Set(const std::string& name, RegistryType type, const std::
 }
 
 bool RegistryHandle::DeleteValue(const std::string& name) {
-  return backend->PrepareWriting() &&
-         RegDeleteValueA(backend->key, name.c_str()) == ERROR_SUCCESS;
+  return backend->PrepareWriting() && RegDeleteValueA(backend->key, name.c_str()) == ERROR_SUCCESS;
 }
 
 bool RegistryHandle::DeleteSubKey(const std::string& name) {

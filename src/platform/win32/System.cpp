@@ -40,7 +40,8 @@ std::uint32_t TickCount() { return GetTickCount(); }
 
 std::uint32_t VolumeSerial(const std::string& drive) {
   DWORD serial = 0;
-  if (GetVolumeInformationA(drive.c_str(), nullptr, 0, &serial, nullptr, nullptr, nullptr, 0) == 0) {
+  if (GetVolumeInformationA(drive.c_str(), nullptr, 0, &serial, nullptr, nullptr, nullptr, 0) ==
+      0) {
     return 0;
   }
   return serial;
@@ -53,21 +54,22 @@ std::string TempFolder() {
 
 std::string DocumentsFolder() {
   char path[MAX_PATH] = "";
-  if (SHGetFolderPathA(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, path) != S_OK) return {};
+  if (SHGetFolderPathA(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, path) != S_OK)
+    return {};
   return WithoutTrailingBackslash(path);
 }
 
 std::string WindowsFolder() {
-  return WithoutTrailingBackslash(win32::GrowingText(
-      [](char* buffer, DWORD size) { return GetWindowsDirectoryA(buffer, size); }));
+  return WithoutTrailingBackslash(win32::GrowingText(GetWindowsDirectoryA));
 }
 
 std::string MakeTempFile(const std::string& folder, const std::string& prefix,
                          const std::string& extension) {
   const unsigned start = GetTickCount() ^ (GetCurrentProcessId() << 16);
+  const std::string stem = folder + "\\" + prefix;
   for (unsigned tried = 0; tried < kTempFileTries; ++tried) {
-    const std::string path =
-        folder + "\\" + prefix + Hexadecimal(start + tried) + "." + extension;
+    std::string path = stem;
+    path.append(Hexadecimal(start + tried)).append(".").append(extension);
     const DWORD error = CreateNewFile(path);
     if (error == 0) return path;
     if (error != ERROR_FILE_EXISTS) break;

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <iterator>
+
 namespace quillmar::platform::win32 {
 namespace {
 
@@ -16,7 +18,7 @@ template <class Request, class Load>
 bool Answer(HMODULE resources, NMHDR* notification, Load load) {
   auto& request = *reinterpret_cast<Request*>(notification);
   const UINT identifier = ControlIdentifier(request);
-  constexpr int size = sizeof request.szText / sizeof request.szText[0];
+  const int size = static_cast<int>(std::size(request.szText));
   if (identifier == 0 || load(resources, identifier, request.szText, size) == 0) return false;
   request.lpszText = request.szText;
   return true;
@@ -28,10 +30,10 @@ void AddToolTips(HWND dialog) {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
   // Owned by the dialog, and so destroyed with it.
-  const HWND tips = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr,
-                                    WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr,
-                                    nullptr, nullptr);
+  const HWND tips =
+      CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr,
+                      WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                      CW_USEDEFAULT, CW_USEDEFAULT, dialog, nullptr, nullptr, nullptr);
   for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
        control = GetWindow(control, GW_HWNDNEXT)) {
     TTTOOLINFOA tool{};

@@ -1,15 +1,11 @@
 #include "platform/WindowTexts.h"
 
-#include <windows.h>
+#include "platform/win32/Win32.h"
 
 namespace quillmar::platform {
 namespace {
 
 constexpr int kMenuTextSize = 1024;
-
-HWND ToHandle(QmWindow window) {
-  return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(window));
-}
 
 void ReplaceOwnText(HWND window, const TextReplacement& replacement) {
   std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
@@ -21,7 +17,7 @@ void ReplaceOwnText(HWND window, const TextReplacement& replacement) {
 }  // namespace
 
 void ReplaceWindowTexts(QmWindow window, const TextReplacement& replacement) {
-  const HWND handle = ToHandle(window);
+  const HWND handle = win32::ToHandle(window);
   if (IsWindow(handle) == 0) return;
   ReplaceOwnText(handle, replacement);
   for (HWND child = GetWindow(handle, GW_CHILD); child != nullptr;
@@ -31,23 +27,23 @@ void ReplaceWindowTexts(QmWindow window, const TextReplacement& replacement) {
 }
 
 MenuHandle MenuOf(QmWindow window) {
-  const HWND handle = ToHandle(window);
+  const HWND handle = win32::ToHandle(window);
   return IsWindow(handle) != 0 ? GetMenu(handle) : nullptr;
 }
 
 bool ReplaceMenuTexts(MenuHandle menu, const TextReplacement& replacement) {
-  const HMENU handle = static_cast<HMENU>(menu);
+  auto* const handle = static_cast<HMENU>(menu);
   if (handle == nullptr) return false;
   const int count = GetMenuItemCount(handle);
   for (int position = 0; position < count; ++position) {
     const auto item = static_cast<UINT>(position);
     char text[kMenuTextSize] = "";
     GetMenuStringA(handle, item, text, kMenuTextSize, MF_BYPOSITION);
-    if (const auto instead = replacement(text)) {
+    if (auto instead = replacement(text)) {
       MENUITEMINFOA info{};
       info.cbSize = sizeof info;
       info.fMask = MIIM_STRING;
-      info.dwTypeData = const_cast<char*>(instead->c_str());
+      info.dwTypeData = instead->data();
       SetMenuItemInfoA(handle, item, TRUE, &info);
     }
     if (HMENU submenu = GetSubMenu(handle, position)) ReplaceMenuTexts(submenu, replacement);

@@ -20,7 +20,9 @@ struct LifeCase {
 };
 
 const LifeCase kLives[] = {
-    {"accept", "free", "AD"}, {"accept", "exit", "AE"}, {"refuse", "free", "AF"},
+    {"accept", "free", "AD"},
+    {"accept", "exit", "AE"},
+    {"refuse", "free", "AF"},
     {"throw", "free", "AF"},
 };
 
@@ -29,10 +31,10 @@ TEST(EntryPoint, TellsTheModuleOfItsAttachAndEnd) {
   const std::string folder = program.substr(0, program.find_last_of('\\') + 1);
   for (const LifeCase& life : kLives) {
     const std::string log = MakeTempFile(TempFolder(), "QmE", "log");
-    auto child = StartProgram({folder + QM_CHILD_PROGRAM,
-                               std::string("load ") + QM_CHILD_LIBRARY + " " + log + " " +
-                                   life.verdict + " " + life.end,
-                               folder});
+    auto child = StartProgram(
+        {folder + QM_CHILD_PROGRAM,
+         std::string("load ") + QM_CHILD_LIBRARY + " " + log + " " + life.verdict + " " + life.end,
+         folder});
     ASSERT_TRUE(child.has_value());
     child->WaitUntilEndedPumpingMessages();
     std::ifstream file(log, std::ios::binary);

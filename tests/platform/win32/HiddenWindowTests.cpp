@@ -149,8 +149,7 @@ TEST_F(HiddenWindowTest, AnswersToolTipsFromTheStringTable) {
   SendMessageA(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&byNumber));
   EXPECT_STREQ(byNumber.lpszText, "Options of the calculation interface");
   NMTTDISPINFOW byWindow{};
-  byWindow.hdr = {dialog,
-                  reinterpret_cast<UINT_PTR>(GetDlgItem(dialog, ID_TOOLBAR_REFRESH_LINKS)),
+  byWindow.hdr = {dialog, reinterpret_cast<UINT_PTR>(GetDlgItem(dialog, ID_TOOLBAR_REFRESH_LINKS)),
                   static_cast<UINT>(TTN_GETDISPINFOW)};
   byWindow.uFlags = TTF_IDISHWND;
   SendMessageW(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&byWindow));
