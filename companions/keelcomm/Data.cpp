@@ -45,7 +45,7 @@ short Com_GetDataItem(const char* protocolId, short index, char* name, char* val
 }
 
 short Com_GetBuffer(const char* protocolId, QmStringList** list) {
-  OpenProtocol* protocol = protocolId == nullptr ? nullptr : Store::Instance().Find(protocolId);
+  OpenProtocol* protocol = Opened(protocolId);
   if (protocol == nullptr || list == nullptr) return 0;
   const std::vector<std::string> items = BufferItemsOf(protocol->record);
   protocol->handedOut =

@@ -173,15 +173,16 @@ std::optional<StoredProtocol> Database::Load(std::string_view id) {
   return stored;
 }
 
-bool Database::Save(std::string_view id, ProtocolNumber known, const Record& record) {
+std::optional<ProtocolNumber> Database::Save(std::string_view id, ProtocolNumber known,
+                                             const Record& record) {
   Transaction writing(*this, beginWriting);
   const auto number = NumberToWrite(id, known);
-  if (!number) return false;
+  if (!number) return std::nullopt;
   WriteVersion(*number, record);
   WriteTexts(*number, record);
   if (record.IsReplaced()) WriteForeignTexts(*number, record);
   writing.Commit();
-  return true;
+  return number;
 }
 
 std::optional<ProtocolNumber> Database::NumberToWrite(std::string_view id, ProtocolNumber known) {

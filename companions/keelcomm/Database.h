@@ -42,9 +42,10 @@ class Database {
 
   bool Exists(std::string_view id);
   std::optional<StoredProtocol> Load(std::string_view id);
-  // Makes the protocol (number 0) or writes what was changed in it. False when another process has
-  // erased the protocol meanwhile; nothing is written then.
-  bool Save(std::string_view id, ProtocolNumber number, const Record& record);
+  // Makes the protocol (number 0) or writes what was changed in it; its number. Nothing when
+  // another process has erased the protocol meanwhile; nothing is written then.
+  std::optional<ProtocolNumber> Save(std::string_view id, ProtocolNumber number,
+                                     const Record& record);
   // False when there was nothing to erase.
   bool Erase(std::string_view id);
 

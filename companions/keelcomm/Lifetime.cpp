@@ -36,7 +36,7 @@ short Com_OpenProtocol(char* protocolId) {
 }
 
 short Com_CloseProtocol(const char* protocolId) {
-  OpenProtocol* protocol = protocolId == nullptr ? nullptr : Store::Instance().Find(protocolId);
+  OpenProtocol* protocol = Opened(protocolId);
   if (protocol == nullptr) return 0;
   Store::Instance().Close(*protocol);
   return 1;

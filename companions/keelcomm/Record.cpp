@@ -32,6 +32,10 @@ bool Section::Erase(std::string_view keyword) {
   return true;
 }
 
+void Section::MarkStored() {
+  for (const auto& [keyword, entry] : entries) entry->isChanged = false;
+}
+
 const Section* Record::FindSection(std::string_view section) const {
   const auto found = sections.find(section);
   return found == sections.end() ? nullptr : found->second.get();
@@ -139,6 +143,27 @@ void Record::ReplaceBy(const Record& other) {
   }
   foreignTexts = other.foreignTexts;
   if (other.version) SetVersion(*other.version);
+}
+
+void Record::MarkStored() {
+  for (const auto& [name, section] : sections) section->MarkStored();
+  erased.clear();
+  isVersionChanged = false;
+  isReplaced = false;
+  isChanged = false;
+}
+
+void Record::ChangeOver(Record stored) {
+  if (isReplaced) return;
+  for (const auto& [section, keyword] : erased) stored.Erase(section, keyword);
+  for (const Section* section : Sections()) {
+    for (const Entry* entry : section->Entries()) {
+      if (!entry->isChanged) continue;
+      stored.PutWithUnit(section->Name(), entry->keyword, entry->value, entry->unit);
+    }
+  }
+  if (isVersionChanged) stored.SetVersion(*version);
+  *this = std::move(stored);
 }
 
 }  // namespace quillmar::keelcomm

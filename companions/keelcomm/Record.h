@@ -40,6 +40,7 @@ class Section {
   // `position` must be beyond that of every other entry.
   Entry& Add(std::string_view keyword, std::int64_t position);
   bool Erase(std::string_view keyword);
+  void MarkStored();
 
  private:
   std::string name;
@@ -83,6 +84,11 @@ class Record {
   // Takes over the contents of another record, in place of all that stands here. A record without
   // a version leaves the version as it is.
   void ReplaceBy(const Record& other);
+
+  // Nothing differs from the database any more.
+  void MarkStored();
+  // Puts what was changed here over what another process has stored meanwhile.
+  void ChangeOver(Record stored);
 
   bool IsVersionChanged() const { return isVersionChanged; }
   // True: none of the rows in the database stands any more.

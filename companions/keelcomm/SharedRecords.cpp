@@ -49,6 +49,18 @@ int Keelcomm_MakeProtocolId(const char** protocolId) {
   return 1;
 }
 
+int Keelcomm_Save(const char* protocolId) {
+  OpenProtocol* protocol = Opened(protocolId);
+  return protocol != nullptr && Store::Instance().Save(*protocol);
+}
+
+int Keelcomm_Refresh(const char* protocolId) {
+  OpenProtocol* protocol = Opened(protocolId);
+  if (protocol == nullptr) return 0;
+  Store::Instance().Refresh(*protocol);
+  return 1;
+}
+
 }  // namespace
 }  // namespace quillmar::keelcomm::functions
 

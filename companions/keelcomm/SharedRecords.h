@@ -1,18 +1,19 @@
-// Functions that Keelcomm.dll exports for Keellink.dll alone, so that both see the same open
-// protocols. They read and write keywords of a protocol that is open in the process; nobody else
-// calls them, and they are no border of the suite.
+// Functions that Keelcomm.dll exports for Keellink.dll and Tessio.dll alone, about the protocols
+// that are open in the process. Nobody else calls them, and they are no border of the suite.
 #pragma once
 
 #include "quillmar/Conventions.h"
 
-/* X(name, result, (parameters), (argument names)). Results are 1 or 0. A text that is given out is
- * valid until the next call.
+/* X(name, result, (parameters), (argument names)). Results are 1, or 0 after a failure and for a
+ * protocol that is not open. A text that is given out is valid until the next call.
  *
  * Keelcomm_GetText         value of a keyword; 0 when there is none.
  * Keelcomm_PutText         writes a keyword; a null value erases it.
  * Keelcomm_CountTexts      number of keywords of a section.
  * Keelcomm_GetTextAt       keyword and value at an index from 0.
  * Keelcomm_MakeProtocolId  an identifier that no protocol has.
+ * Keelcomm_Save            stores what was written to the protocol; it stays open.
+ * Keelcomm_Refresh         takes in what other processes have stored since it was opened.
  */
 /* clang-format off */
 #define KEELCOMM_RECORD_FUNCTIONS(X)                                                             \
@@ -28,5 +29,7 @@
     (const char* protocolId, const char* section, int index, const char** keyword,               \
      const char** value),                                                                        \
     (protocolId, section, index, keyword, value))                                                \
-  X(Keelcomm_MakeProtocolId, int, (const char** protocolId), (protocolId))
+  X(Keelcomm_MakeProtocolId, int, (const char** protocolId), (protocolId))                 \
+  X(Keelcomm_Save, int, (const char* protocolId), (protocolId))                                  \
+  X(Keelcomm_Refresh, int, (const char* protocolId), (protocolId))
 /* clang-format on */

@@ -14,7 +14,7 @@ QM_STORAGE_FUNCTIONS(QM_DECLARE)
 #undef QM_DECLARE
 
 // The open protocol of that identifier; null for one that is not open, and for no identifier.
-inline const OpenProtocol* Opened(const char* protocolId) {
+inline OpenProtocol* Opened(const char* protocolId) {
   return protocolId == nullptr ? nullptr : Store::Instance().Find(protocolId);
 }
 inline OpenProtocol* OpenedToWrite(const char* protocolId) {

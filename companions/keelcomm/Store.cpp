@@ -95,11 +95,25 @@ OpenProtocol* Store::OpenCopy(std::string_view sourceId) {
   return &copy;
 }
 
+bool Store::Save(OpenProtocol& protocol) {
+  if (protocol.number != 0 && !protocol.record.IsChanged()) return true;
+  const auto number = OpenDatabase().Save(protocol.id, protocol.number, protocol.record);
+  if (!number) return false;
+  protocol.number = *number;
+  protocol.record.MarkStored();
+  return true;
+}
+
+void Store::Refresh(OpenProtocol& protocol) {
+  auto stored = OpenDatabase().Load(protocol.id);
+  if (!stored) return;
+  protocol.number = stored->number;
+  protocol.record.ChangeOver(std::move(stored->record));
+}
+
 void Store::Close(OpenProtocol& protocol) {
-  Database& opened = OpenDatabase();
-  const bool isToWrite = protocol.number == 0 || protocol.record.IsChanged();
-  const bool isSaved = !isToWrite || opened.Save(protocol.id, protocol.number, protocol.record);
-  if (protocol.hasOwner) opened.RemoveOwner(protocol.id);
+  const bool isSaved = Save(protocol);
+  if (protocol.hasOwner) OpenDatabase().RemoveOwner(protocol.id);
   const std::string id = protocol.id;
   lastFound = nullptr;
   open.erase(id);

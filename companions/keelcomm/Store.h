@@ -47,6 +47,11 @@ class Store {
   OpenProtocol* OpenCopy(std::string_view sourceId);
   // After a refusal the protocol is still open, with all that was written to it.
   void Close(OpenProtocol& protocol);
+  // Stores what was changed in a protocol that stays open. False when another process has erased
+  // it.
+  bool Save(OpenProtocol& protocol);
+  // Takes in what other processes have stored since the protocol was read.
+  void Refresh(OpenProtocol& protocol);
   // False when there is no such protocol, open or stored.
   bool Erase(std::string_view id);
 

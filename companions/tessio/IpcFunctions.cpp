@@ -7,6 +7,7 @@
 
 #include "platform/System.h"
 #include "tessio/Notifications.h"
+#include "tessio/Parameters.h"
 #include "tessio/Peers.h"
 #include "tessio/RemoteCalls.h"
 
@@ -57,6 +58,7 @@ int LoginToComBasic(int, const char* moduleName) { return Login(moduleName); }
 
 int SendModalMessage(int number, int value, const char* text) {
   const Notification notification = MakeNotification(number, value, text);
+  StoreParameters(notification);
   Notifications::Instance().Deliver(notification);
   SendToPeers(notification, true);
   return 1;
@@ -64,6 +66,7 @@ int SendModalMessage(int number, int value, const char* text) {
 
 int SendModelessMessage(int number, int value, const char* text) {
   const Notification notification = MakeNotification(number, value, text);
+  StoreParameters(notification);
   Notifications::Instance().DeliverLater(notification);
   SendToPeers(notification, false);
   return 1;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/System.h"
+#include "tessio/Parameters.h"
 
 namespace quillmar::tessio {
 namespace {
@@ -27,6 +28,7 @@ LRESULT Receive(const COPYDATASTRUCT& data) {
   std::memcpy(&letter, data.lpData, sizeof letter);
   letter.text[kLongestText] = '\0';
   const Notification notification{static_cast<int>(data.dwData), letter.value, letter.text};
+  RefreshParameters(notification);
   if (letter.isModal != 0) {
     Notifications::Instance().Deliver(notification);
   } else {
