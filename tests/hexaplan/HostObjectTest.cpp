@@ -8,6 +8,7 @@
 #include "hexaplan/host/HostObject.h"
 #include "platform/Messages.h"
 #include "platform/Profile.h"
+#include "platform/System.h"
 #include "quillmar/CalculationHost.h"
 
 namespace hexaplan {
@@ -362,6 +363,19 @@ TEST_F(HostTest, EndsWhenItIsAskedTo) {
   host.OnNotification(4102, end);
   EXPECT_EQ(ends, 0);
   host.OnNotification(5000, end);
+  EXPECT_EQ(ends, 1);
+}
+
+// The sender stores the request only after it has sent it.
+TEST_F(HostTest, WaitsForAnExitRequestThatIsNotStoredYet) {
+  host.OnNotification(5000, "LATEREQUEST");
+  char id[QM_PROTOCOL_ID_BUFFER] = "LATEREQUEST";
+  ASSERT_EQ(store.Functions().Com_OpenProtocol(id), 1);
+  store.Functions().Com_PutGlobalData(id, "Exit", "1");
+  ASSERT_NE(store.Functions().Com_CloseProtocol(id), 0);
+  EXPECT_EQ(ends, 0);
+  const auto begin = platform::TickCount();
+  while (ends == 0 && platform::TickCount() - begin < 5000) platform::PumpMessages();
   EXPECT_EQ(ends, 1);
 }
 

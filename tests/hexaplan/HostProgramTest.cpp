@@ -4,8 +4,11 @@
 #include "TestMachine.h"
 #include "hexaplan/host/ProtocolStore.h"
 #include "platform/Automation.h"
+#include "platform/Messages.h"
+#include "platform/Modules.h"
 #include "platform/Processes.h"
 #include "platform/Profile.h"
+#include "platform/System.h"
 #include "quillmar/CalculationHost.h"
 
 namespace hexaplan {
@@ -78,6 +81,38 @@ TEST(HostProgram, ServesItsClassAndIsGoneWhenItDies) {
   EXPECT_EQ(std::get<int>(host->Call(QM_HOST_IS_READY, {}, AutomationType::Int).value), 1);
   WriteProfileText(faults, "Faults", "DieInMethod", "3");
   host->Call(QM_HOST_CALLBACK_CODE, {}, AutomationType::Int);
+}
+
+// The request goes through the inter-process library, as the module sends it.
+TEST(HostProgram, EndsWhenANotificationAsksForIt) {
+  TestMachine machine;
+  InitializeAutomation();
+  auto host = StartHost();
+  ASSERT_NE(host, nullptr);
+  ProtocolStore store;
+  ASSERT_TRUE(store.Load(kSuite));
+  const auto loaded = LoadLibraryAt(std::string(kSuite) + "\\Tessio.dll");
+  ASSERT_TRUE(loaded.library);
+  const auto function = [&](const char* name) { return FindFunction(loaded.library.Get(), name); };
+  using Login = int(QM_CDECL*)(int, QmModule, const char*, int, int*);
+  using Send = int(QM_CDECL*)(int, int, const char*);
+  int result = 0;
+  ASSERT_NE(reinterpret_cast<Login>(function("LoginToCom"))(1, nullptr, "Test", 0, &result), 0);
+
+  auto request = ProtocolRecord::CreateNew(store);
+  request->PutGlobal("Exit", "1");
+  EXPECT_NE(reinterpret_cast<Send>(function("SendModelessMessage"))(5000, 3, request->Id().c_str()),
+            0);
+  ASSERT_TRUE(request->Close());
+  const auto status = [&] {
+    PumpMessages();
+    return host->Call(QM_HOST_IS_READY, {}, AutomationType::Int).status;
+  };
+  const auto begin = TickCount();
+  while (status() != AutomationStatus::ServerGone && TickCount() - begin < 10000) continue;
+  EXPECT_EQ(status(), AutomationStatus::ServerGone);
+  EXPECT_EQ(FindActiveObject(QM_HOST_CLASS_ID), nullptr);
+  EXPECT_FALSE(store.Exists(request->Id()));
 }
 
 }  // namespace

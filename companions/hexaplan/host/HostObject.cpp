@@ -1,6 +1,7 @@
 #include "hexaplan/host/HostObject.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 
 #include "hexaplan/host/DrawingFile.h"
@@ -22,6 +23,8 @@ using platform::AutomationValue;
 // The notification that asks the host to end, and the item of its protocol that says whether.
 constexpr int kExitRequest = 5000;
 constexpr char kExitItem[] = "Exit";
+constexpr int kExitTries = 100;
+constexpr std::chrono::milliseconds kExitPause(50);
 
 // Folder of the library models, below the folder of the suite's maker.
 constexpr char kModelsFolder[] = "Models\\";
@@ -145,6 +148,10 @@ HostObject::HostObject(const std::string& folder, const ProtocolStore& store, Ho
       faults(folder),
       calculations(store, Orders(folder + "\\Inputs"), ParentFolder(folder) + kModelsFolder) {}
 
+HostObject::~HostObject() {
+  if (exitTimer != 0) platform::StopTimer(exitTimer);
+}
+
 const HostObject::Method* HostObject::FindMethod(int identifier) {
   const auto found = std::find_if(std::begin(kMethods), std::end(kMethods),
                                   [&](const Method& m) { return m.identifier == identifier; });
@@ -187,16 +194,34 @@ AutomationResult HostObject::Call(int identifier, const AutomationArguments& arg
 
 void HostObject::OnNotification(int number, const std::string& protocolId) {
   if (number != kExitRequest) return;
-  bool end = false;
-  {
-    const auto record = ProtocolRecord::Open(store, protocolId);
-    if (!record) return;
-    end = record->Global(kExitItem) == "1";
+  if (exitTimer != 0) platform::StopTimer(exitTimer);
+  exitTimer = 0;
+  HandleExitRequest(protocolId, kExitTries);
+}
+
+void HostObject::HandleExitRequest(const std::string& protocolId, int tries) {
+  const std::string answer = ExitAnswer(protocolId);
+  if (answer.empty()) {
+    // The sender closes the protocol, and so stores it, only after it has sent the notification.
+    if (tries == 0) return;
+    exitTimer = platform::StartTimer(kExitPause, [this, protocolId, tries](std::uintptr_t) {
+      exitTimer = 0;
+      HandleExitRequest(protocolId, tries - 1);
+    });
+    return;
   }
-  // The protocol was made for this notification alone.
+  // It was made for this notification alone.
   store.Erase(protocolId);
   session = {};
-  if (end) process.end();
+  if (answer != "1") return;
+  // This object may be gone when that returns.
+  const auto endProcess = process.end;
+  endProcess();
+}
+
+std::string HostObject::ExitAnswer(const std::string& protocolId) const {
+  const auto record = ProtocolRecord::Open(store, protocolId);
+  return record ? record->Global(kExitItem) : std::string();
 }
 
 int HostObject::Show(const std::string& protocolId, RunReason reason) {
@@ -236,10 +261,8 @@ AutomationValue HostObject::CallbackList(const Arguments&) {
 
 AutomationValue HostObject::IsReady(const Arguments&) { return faults.NeverReady() ? 0 : 1; }
 
-AutomationValue HostObject::Command(const Arguments& arguments) {
-  lastCommand = Number(arguments, 0);
-  return 1;
-}
+// What the CAD's user chose concerns calculations that are shown in windows; there are none.
+AutomationValue HostObject::Command(const Arguments&) { return 1; }
 
 AutomationValue HostObject::WriteFile(const Arguments& arguments) {
   const auto record = ProtocolRecord::Open(store, Text(arguments, 0));

@@ -1,6 +1,7 @@
 // The automation object of the calculation host: what each method of CalculationHost.h does.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -37,6 +38,9 @@ class HostObject {
  public:
   // `folder` is the host's own, without trailing backslash.
   HostObject(const std::string& folder, const ProtocolStore& store, HostProcess process);
+  ~HostObject();
+  HostObject(const HostObject&) = delete;
+  HostObject& operator=(const HostObject&) = delete;
 
   // A call of a method, as the border to the module sees it.
   quillmar::platform::AutomationResult Call(
@@ -86,6 +90,10 @@ class HostObject {
   // Runs it for its values alone. 1 when that worked.
   int Recalculate(const std::string& protocolId);
 
+  void HandleExitRequest(const std::string& protocolId, int tries);
+  // What the protocol of an exit request says; empty while it is not stored.
+  std::string ExitAnswer(const std::string& protocolId) const;
+
   std::string folder;
   const ProtocolStore& store;
   HostProcess process;
@@ -97,7 +105,7 @@ class HostObject {
   std::vector<std::string> callbackList;
   std::vector<std::string> calculated;  // everything that was calculated for the CAD, once each
   bool solving = false;
-  int lastCommand = 0;
+  std::uintptr_t exitTimer = 0;
 };
 
 }  // namespace hexaplan

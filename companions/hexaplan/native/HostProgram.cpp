@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "hexaplan/host/HostObject.h"
+#include "hexaplan/host/NotificationLink.h"
 #include "platform/native/Machine.h"
 #include "quillmar/CalculationHost.h"
 
@@ -31,6 +32,7 @@ class RunningHost final : public AutomationServer,
     if (!store.Load(folder)) return false;
     const auto gone = [this] { machine.EndServer(QM_HOST_CLASS_ID); };
     host = std::make_unique<hexaplan::HostObject>(folder, store, hexaplan::HostProcess{gone, gone});
+    notifications = std::make_unique<hexaplan::NotificationLink>(*host, nullptr, folder);
     machine.RegisterActiveObject(QM_HOST_CLASS_ID, shared_from_this());
     return true;
   }
@@ -46,6 +48,7 @@ class RunningHost final : public AutomationServer,
   Machine& machine;
   hexaplan::ProtocolStore store;
   std::unique_ptr<hexaplan::HostObject> host;
+  std::unique_ptr<hexaplan::NotificationLink> notifications;
 };
 
 }  // namespace

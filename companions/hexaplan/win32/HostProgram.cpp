@@ -1,6 +1,7 @@
 // Hexaplan.exe on Windows: a program without a visible window that serves its object until it is
 // asked to end.
 #include "hexaplan/host/HostObject.h"
+#include "hexaplan/host/NotificationLink.h"
 #include "hexaplan/win32/HostDispatch.h"
 #include "platform/Modules.h"
 
@@ -34,6 +35,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
       hexaplan::HostObject host(
           folder, store,
           {[] { PostQuitMessage(0); }, [] { TerminateProcess(GetCurrentProcess(), 3); }});
+      const hexaplan::NotificationLink notifications(host, GetModuleHandleA(nullptr), folder);
       const hexaplan::HostRegistration registration(host);
       if (registration.IsRegistered()) {
         Serve();

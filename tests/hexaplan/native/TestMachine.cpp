@@ -15,7 +15,8 @@ fs::path CopyOfImage() {
   const fs::path image = QUILLMAR_TEST_IMAGE;
   const fs::path suite = "drive_c/Vantorel/Fendrake";
   fs::create_directories(name / suite / "Inputs");
-  for (const char* file : {"Keelcomm.dll", "Keelcomm.ini", "Hexaplan.exe", "Hexaplan.ini"}) {
+  for (const char* file :
+       {"Keelcomm.dll", "Keelcomm.ini", "Tessio.dll", "Hexaplan.exe", "Hexaplan.ini"}) {
     fs::copy_file(image / suite / file, name / suite / file);
   }
   fs::copy(image / "registry", fs::path(name) / "registry");
