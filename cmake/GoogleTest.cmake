@@ -8,3 +8,5 @@ set(INSTALL_GTEST OFF CACHE INTERNAL "")
 set(BUILD_GMOCK ON CACHE INTERNAL "")
 set(gtest_force_shared_crt ON CACHE INTERNAL "")
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+# CMake's own module of this name, which this file hides, offers gtest_discover_tests.
+include(${CMAKE_ROOT}/Modules/GoogleTest.cmake)
