@@ -1,0 +1,120 @@
+// The session's job: what is read from it, and how a wrong one is refused.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "session/BillOfMaterials.h"
+#include "session/Job.h"
+#include "session/Units.h"
+
+namespace {
+
+// A job with one calculation, of which `member` is one more member.
+std::string JobWith(const std::string& member) {
+  return R"({"calculations": [{"name": "a", "calculation": "SHAFT", "inputs": {}}], )" + member +
+         "}";
+}
+
+// A job whose one calculation has these members besides its name.
+std::string CalculationWith(const std::string& members) {
+  return R"({"calculations": [{"name": "a", )" + members + "}]}";
+}
+
+}  // namespace
+
+TEST(Job, IsReadWithItsDefaults) {
+  const session::Job job = session::ReadJob(R"({
+    "name": "Przek\u0142adnia", "standard": "DIN",
+    "calculations": [
+      {"name": "gears", "calculation": "GEAR1", "inputs": {"m": 2.5, "z1": 21, "i": "3,0"}},
+      {"name": "shaft", "calculation": "SHAFT", "standard": "ISO", "inputs": {"#spiCount": 4}}],
+    "changes": [{"name": "gears", "inputs": {"b": 1e1}}]})");
+  EXPECT_EQ(job.name, "Przek\xB3" "adnia");
+  EXPECT_EQ(job.document, "Session");
+  EXPECT_EQ(job.unit, "mm");
+  ASSERT_EQ(job.calculations.size(), 2u);
+  EXPECT_EQ(job.calculations[0].standard, "DIN");
+  EXPECT_EQ(job.calculations[1].standard, "ISO");
+  const session::Inputs gears = {{"m", "2.5"}, {"z1", "21"}, {"i", "3,0"}};
+  EXPECT_EQ(job.calculations[0].inputs, gears);
+  ASSERT_EQ(job.changes.size(), 1u);
+  EXPECT_EQ(job.changes[0].inputs, (session::Inputs{{"b", "10.0"}}));
+}
+
+TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
+  const struct {
+    std::string text;
+    const char* message;
+  } cases[] = {
+      {"{\n\"calculations\": [}", "something is wrong in line 2"},
+      {"[]", "The job must be a JSON object"},
+      {"{}", "Field \"calculations\": is missing"},
+      {R"({"calculations": []})",
+       "Field \"calculations\": expected a list of at least one calculation, found []"},
+      {R"({"calculations": [7]})", "Field \"calculations[0]\": expected an object, found 7"},
+      {JobWith(R"("unit": "ft")"), "Field \"unit\": expected \"mm\" or \"in\", found \"ft\""},
+      {JobWith(R"("unit": 1)"), "Field \"unit\": expected a text, found 1"},
+      {JobWith(R"("colour": 1)"), "Field \"colour\": there is no such field here; known are "},
+      {JobWith(R"("document": "a/b")"), "Field \"document\": expected a name that a file can bear"},
+      {JobWith(R"("document": "")"), "Field \"document\": expected a text that is not empty"},
+      {JobWith(R"("name": "\u03b1")"), "Field \"name\": holds a character that Windows-1250 lacks"},
+      {JobWith(R"("name": "a\nb")"), "Field \"name\": must not hold control characters"},
+      {CalculationWith(R"("inputs": {})"), "Field \"calculations[0].calculation\": is missing"},
+      {CalculationWith(R"("calculation": "CAM", "inputs": {})"),
+       "Field \"calculations[0].calculation\": expected \"GEAR1\" or \"SHAFT\", found \"CAM\""},
+      {CalculationWith(R"("calculation": "SHAFT")"),
+       "Field \"calculations[0].inputs\": is missing"},
+      {CalculationWith(R"("calculation": "SHAFT", "inputs": [1])"),
+       "Field \"calculations[0].inputs\": expected an object with a value for each input"},
+      {CalculationWith(R"("calculation": "SHAFT", "inputs": {"d_1": true})"),
+       "Field \"calculations[0].inputs.d_1\": expected a number, or a text that holds one, found "
+       "true"},
+      {CalculationWith(R"("calculation": "SHAFT", "inputs": {"d_1": "thick"})"), "found \"thick\""},
+      {CalculationWith(R"("calculation": "SHAFT", "inputs": {"a=b": 1})"), "is no name of an input"},
+      {CalculationWith(R"("calculation": "SHAFT", "inputs": {}, "input": {})"),
+       "Field \"calculations[0].input\": there is no such field here"},
+      {R"({"calculations": [{"name": "a", "calculation": "SHAFT", "inputs": {}},
+                            {"name": "a", "calculation": "SHAFT", "inputs": {}}]})",
+       "Field \"calculations[1].name\": another calculation has this name already"},
+      {JobWith(R"("changes": {})"), "Field \"changes\": expected a list of changes, found {}"},
+      {JobWith(R"("changes": [{"name": "b", "inputs": {}}])"),
+       "Field \"changes[0].name\": expected the name of one of the calculations, found \"b\""},
+      {JobWith(R"("changes": [{"name": "a", "inputs": {"x": null}}])"),
+       "Field \"changes[0].inputs.x\": expected a number"},
+  };
+  for (const auto& each : cases) {
+    try {
+      session::ReadJob(each.text);
+      ADD_FAILURE() << "not refused: " << each.text;
+    } catch (const session::JobError& error) {
+      EXPECT_NE(std::string(error.what()).find(each.message), std::string::npos)
+          << error.what() << "\nexpected: " << each.message;
+    }
+  }
+}
+
+TEST(BillOfMaterials, EqualPartsAreOneRowAndViewsAreNoParts) {
+  const auto document = session::DocumentJson::parse(R"({"objects": [
+    {"viewOf": "", "extendedData": {"Description": "Bolt", "Size": "M8"}},
+    {"viewOf": "", "extendedData": {}},
+    {"viewOf": "P1", "extendedData": {"Description": "Bolt", "Size": "M8"}},
+    {"viewOf": "", "extendedData": {"Description": "Pin, \"hard\"", "Mass": "2"}},
+    {"viewOf": "", "extendedData": {"Size": "M8", "Description": "Bolt"}}]})");
+  const auto bill = session::MakeBillOfMaterials(document);
+  EXPECT_EQ(session::BillCsv(bill),
+            "Pos,Qty,Description,Size,Mass\r\n1,2,Bolt,M8,\r\n2,1,\"Pin, \"\"hard\"\"\",,2\r\n");
+  EXPECT_EQ(session::BillText(bill),
+            "Pos   Qty   Description   Size   Mass\n"
+            "1     2     Bolt          M8\n"
+            "2     1     Pin, \"hard\"          2\n");
+}
+
+TEST(Units, AreReadFromTheDataParametersOfAReference) {
+  const auto units = session::UnitsOfReference(
+      "P1<@PID>KC1|V|2|0<@EL>KC1|D|Data|m|2.5|mm<@EL>KC1|D|Data|n%7C1|1450|1/min<@EL>"
+      "KC1|D|Data|z1|21|ND<@EL>KC1|D|Other|x|1|kg<@EL>KC1|K|Data|y|1<@EL>");
+  const std::map<std::string, std::string> expected = {
+      {"m", "mm"}, {"n|1", "1/min"}, {"z1", ""}};
+  EXPECT_EQ(units, expected);
+  EXPECT_TRUE(session::UnitsOfReference("P1<@PID>anything<@EL>").empty());
+}

@@ -1,0 +1,126 @@
+#include "session/Model.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "session/Units.h"
+
+namespace session {
+namespace {
+
+constexpr std::size_t kColumnGap = 3;
+
+const DocumentJson* FindObject(const DocumentJson& document, const std::string& name) {
+  for (const DocumentJson& object : document["objects"]) {
+    if (object["name"] == name) return &object;
+  }
+  return nullptr;
+}
+
+std::string Text(const DocumentJson& object, const char* key) {
+  return object[key].get<std::string>();
+}
+
+std::vector<std::string> ParameterCells(const DocumentJson& object) {
+  const auto units = UnitsOfReference(Text(object, "connection"));
+  std::vector<std::string> cells;
+  for (const auto& [name, value] : object["parameters"].items()) {
+    const auto unit = units.find(name);
+    const bool known = unit != units.end() && !unit->second.empty();
+    cells.push_back(fmt::format("{} = {}{}{}", name, value.get<std::string>(), known ? " " : "",
+                                known ? unit->second : ""));
+  }
+  return cells;
+}
+
+// Cells in columns of equal width, read from left to right.
+std::string Columns(const std::vector<std::string>& cells, const std::string& indent,
+                    std::size_t width) {
+  std::size_t widest = 1;
+  for (const std::string& cell : cells) widest = std::max(widest, WidthOf(cell));
+  const std::size_t room = width > WidthOf(indent) ? width - WidthOf(indent) : 1;
+  const std::size_t columns = std::max<std::size_t>(1, (room + kColumnGap) / (widest + kColumnGap));
+  std::string text;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i % columns == 0) text += indent;
+    const bool last = i % columns == columns - 1 || i + 1 == cells.size();
+    text += last ? cells[i] + "\n" : Padded(cells[i], widest + kColumnGap);
+  }
+  return text;
+}
+
+std::string PropertyLine(const DocumentJson& object, const std::string& unit) {
+  const auto found = object.find("physicalProperties");
+  if (found == object.end()) return {};
+  const auto value = [&](const char* name) { return (*found)[name].get<std::string>(); };
+  const char* mass = unit == "in" ? "lb" : "kg";
+  return fmt::format("mass {} {}, volume {} {}³, area {} {}², centre of mass x = {} {}",
+                     value("Mass"), mass, value("Volume"), unit, value("Area"), unit,
+                     value("CenterOfMassX"), unit);
+}
+
+std::string ObjectText(const DocumentJson& object, const std::string& unit, bool last,
+                       std::size_t width) {
+  const std::string indent = last ? "     " : "│    ";
+  std::string text = fmt::format("{}{}  ({})\n", last ? "└─ " : "├─ ", Text(object, "name"),
+                                 Text(object, "kind"));
+  const auto line = [&](const char* title, const std::string& value) {
+    if (!value.empty()) text += fmt::format("{}{:<11}{}\n", indent, title, value);
+  };
+  line("caption", Text(object, "caption"));
+  line("file", Text(object, "file"));
+  line("given as", Text(object, "filePath"));
+  line("model", Text(object, "modelPath"));
+  line("protocol", Text(object, "protocolId"));
+  line("updates", std::to_string(object["changes"].get<int>()));
+  line("body", PropertyLine(object, unit));
+  text += Columns(ParameterCells(object), indent + "  ", width);
+  return text;
+}
+
+}  // namespace
+
+std::vector<std::string> ObjectsOfProtocol(const DocumentJson& document,
+                                           const std::string& protocolId) {
+  std::vector<std::string> names;
+  for (const DocumentJson& object : document["objects"]) {
+    const DocumentJson& former = object["formerIds"];
+    if (object["protocolId"] == protocolId ||
+        std::find(former.begin(), former.end(), protocolId) != former.end()) {
+      names.push_back(Text(object, "name"));
+    }
+  }
+  return names;
+}
+
+int ChangesOf(const DocumentJson& document, const std::string& objectName) {
+  const DocumentJson* object = FindObject(document, objectName);
+  return object != nullptr ? (*object)["changes"].get<int>() : -1;
+}
+
+std::string ProtocolOf(const DocumentJson& document, const std::string& objectName) {
+  const DocumentJson* object = FindObject(document, objectName);
+  return object != nullptr ? Text(*object, "protocolId") : std::string();
+}
+
+std::string ModelText(const DocumentJson& document, std::size_t width) {
+  const DocumentJson& objects = document["objects"];
+  std::string text = fmt::format("{}  (assembly, {}; {} objects)\n", Text(document, "name"),
+                                 Text(document, "unit"), objects.size());
+  for (std::size_t i = 0; i < objects.size(); ++i) {
+    text += ObjectText(objects[i], Text(document, "unit"), i + 1 == objects.size(), width);
+  }
+  return text;
+}
+
+std::size_t WidthOf(const std::string& utf8) {
+  return static_cast<std::size_t>(std::count_if(
+      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+std::string Padded(const std::string& utf8, std::size_t width) {
+  return utf8 + std::string(width - std::min(width, WidthOf(utf8)), ' ');
+}
+
+}  // namespace session

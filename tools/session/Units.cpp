@@ -1,0 +1,55 @@
+#include "session/Units.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace session {
+namespace {
+
+// An item of the store: "KC1|D|<section>|<keyword>|<value>|<unit>", bytes outside printable ASCII
+// and separators written "%XX".
+constexpr std::string_view kDataItem = "KC1|D|Data|";
+constexpr std::string_view kItemEnd = "<@EL>";
+constexpr std::string_view kNoUnit = "ND";
+
+std::string Decode(std::string_view field) {
+  const auto digit = [](char c) { return c <= '9' ? c - '0' : c - 'A' + 10; };
+  std::string text;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    if (field[i] == '%' && i + 2 < field.size()) {
+      text += static_cast<char>(digit(field[i + 1]) * 16 + digit(field[i + 2]));
+      i += 2;
+    } else {
+      text += field[i];
+    }
+  }
+  return text;
+}
+
+std::vector<std::string> Split(std::string_view text) {
+  std::vector<std::string> fields;
+  for (;;) {
+    const auto cut = std::min(text.find('|'), text.size());
+    fields.push_back(Decode(text.substr(0, cut)));
+    if (cut == text.size()) return fields;
+    text.remove_prefix(cut + 1);
+  }
+}
+
+}  // namespace
+
+std::map<std::string, std::string> UnitsOfReference(const std::string& reference) {
+  std::map<std::string, std::string> units;
+  for (auto at = reference.find(kDataItem); at != std::string::npos;
+       at = reference.find(kDataItem, at + 1)) {
+    const auto begin = at + kDataItem.size();
+    const auto end = std::min(reference.find(kItemEnd, begin), reference.size());
+    const auto fields = Split(std::string_view(reference).substr(begin, end - begin));
+    if (fields.size() != 3) continue;
+    units[fields[0]] = fields[2] == kNoUnit ? std::string() : fields[2];
+  }
+  return units;
+}
+
+}  // namespace session
