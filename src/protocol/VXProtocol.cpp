@@ -14,9 +14,10 @@ namespace quillmar {
 namespace {
 
 constexpr std::size_t kGrowStep = 1024;
-// A library that keeps saying "more" is believed up to here; nothing that belongs into a keyword
-// comes near.
-constexpr std::size_t kLargestRead = 16 * 1024 * 1024;
+// A library that keeps saying "more" is believed up to here. Nothing that belongs into a keyword
+// comes near, and since every step fills its buffer anew, a larger bound would let a faulty library
+// keep the CAD waiting for minutes.
+constexpr std::size_t kLargestRead = 2 * 1024 * 1024;
 // A buffer of blanks only is either a text of blanks or one that the library did not touch. So
 // many tries settle the question.
 constexpr std::size_t kLargestBlankText = 64 * kGrowStep;
@@ -49,7 +50,9 @@ bool ReadGrowing(Call call, Out&... outputs) {
   std::unique_ptr<char[]> large;
   for (std::size_t capacity = kGrowStep;; capacity += kGrowStep) {
     std::array<char*, kCount> buffers;
-    if (capacity > kGrowStep) large = std::make_unique<char[]>(kCount * (capacity + 1));
+    if (capacity > kGrowStep) {
+      large = std::make_unique_for_overwrite<char[]>(kCount * (capacity + 1));
+    }
     for (std::size_t i = 0; i < kCount; ++i) {
       buffers[i] = large ? large.get() + i * (capacity + 1) : small[i];
       std::memset(buffers[i], ' ', capacity);

@@ -1,0 +1,39 @@
+// The real storage and link libraries on a database of their own, and a recording of the calls
+// that an operation makes to them, which can be made again without the module in between.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "ModuleWorld.h"
+#include "protocol/ProtocolLibraries.h"
+
+namespace quillmar::bench {
+
+class RealCompanions {
+ public:
+  RealCompanions();
+  ~RealCompanions();
+
+  const StorageTable& Storage() const { return libraries.Storage(); }
+  const LinkTable& Links() const { return libraries.Links(); }
+  // False when the libraries could not be loaded; benchmarks then say so and end.
+  bool Loaded() const { return loaded; }
+
+ private:
+  TemporaryMachine machine;
+  ProtocolLibraries libraries;
+  bool loaded = false;
+};
+
+using Recording = std::vector<std::function<void()>>;
+
+// Tables that pass every call on to the real ones and append it to `calls` while that is not null.
+// One at a time.
+struct RecordingTables {
+  StorageTable storage;
+  LinkTable links;
+};
+RecordingTables RecordInto(const StorageTable& storage, const LinkTable& links, Recording*& calls);
+
+}  // namespace quillmar::bench
