@@ -100,27 +100,32 @@ class Database::Transaction {
   bool isDone = false;
 };
 
-Database::Database(const std::string& file, int busyMilliseconds)
-    : connection(Open(file, busyMilliseconds)),
-      isReadOnly(sqlite3_db_readonly(connection.get(), "main") == 1) {
-  MakeTables();
-  Prepare();
-}
-
-void Database::MakeTables() {
-  if (!isReadOnly) {
-    // A close that succeeded must have reached the disk.
-    Run(connection.get(), "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
-  }
-  if (Layout(connection.get()) == 0) {
-    Run(connection.get(), "BEGIN IMMEDIATE");
-    // Another process may have been first.
-    if (Layout(connection.get()) == 0) Run(connection.get(), kTables);
-    Run(connection.get(), "COMMIT");
-  }
+Database::Database(const std::string& file, const DatabaseSettings& settings)
+    : connection(Open(file, settings.busyMilliseconds)) {
+  if (Layout(connection.get()) == 0) MakeTables(settings.isFlushed);
   if (Layout(connection.get()) != kLayout) {
     throw StoreError("the database was made by another version of this library");
   }
+  isReadOnly = sqlite3_db_readonly(connection.get(), "main") == 1;
+  if (!isReadOnly) Flush(settings.isFlushed);
+  Prepare();
+}
+
+void Database::MakeTables(bool isFlushed) {
+  // One flush at the end does for all steps.
+  Flush(false);
+  Run(connection.get(), "PRAGMA journal_mode = WAL");
+  Run(connection.get(), "BEGIN IMMEDIATE");
+  // Another process may have been first.
+  if (Layout(connection.get()) == 0) Run(connection.get(), kTables);
+  Run(connection.get(), "COMMIT");
+  if (!isFlushed) return;
+  Flush(true);
+  Run(connection.get(), "PRAGMA wal_checkpoint");
+}
+
+void Database::Flush(bool everyChange) {
+  Run(connection.get(), everyChange ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
 }
 
 void Database::Prepare() {

@@ -30,11 +30,18 @@ struct Owner {
   ProcessIdentity process;
 };
 
+struct DatabaseSettings {
+  // The longest wait for another process that keeps the file locked.
+  int busyMilliseconds = 0;
+  // A change that succeeded has reached the disk. Otherwise it survives the death of the process,
+  // but not of the machine.
+  bool isFlushed = true;
+};
+
 class Database {
  public:
-  // Opens the file, making it when it is missing, and waits at most `busyMilliseconds` whenever
-  // another process keeps it locked. Throws StoreError, as all operations below do.
-  Database(const std::string& file, int busyMilliseconds);
+  // Opens the file, making it when it is missing. Throws StoreError, as all operations below do.
+  Database(const std::string& file, const DatabaseSettings& settings);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
@@ -56,7 +63,8 @@ class Database {
  private:
   class Transaction;
 
-  void MakeTables();
+  void MakeTables(bool isFlushed);
+  void Flush(bool everyChange);
   void Prepare();
   std::optional<ProtocolNumber> NumberToWrite(std::string_view id, ProtocolNumber known);
   void WriteVersion(ProtocolNumber number, const Record& record);
@@ -64,7 +72,7 @@ class Database {
   void WriteForeignTexts(ProtocolNumber number, const Record& record);
 
   Connection connection;
-  bool isReadOnly;
+  bool isReadOnly = false;
   Statement begin, beginWriting, commit, rollback;
   Statement findProtocol, hasNumber, readTexts;
   Statement addProtocol, setVersion, removeProtocol;

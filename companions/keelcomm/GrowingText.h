@@ -12,7 +12,7 @@ namespace quillmar::keelcomm {
 inline bool WriteGrowing(char* buffer, std::string_view text) {
   if (buffer == nullptr) return false;
   const std::size_t length = std::min(std::strlen(buffer), text.size());
-  std::memcpy(buffer, text.data(), length);
+  text.copy(buffer, length);
   buffer[length] = '\0';
   return true;
 }

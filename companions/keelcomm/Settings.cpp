@@ -22,10 +22,11 @@ Settings ReadSettings() {
   const std::string folder = companion::ThisModuleFolder();
   const std::string ini = folder + kIniFile;
   Settings settings;
-  settings.database =
+  settings.file =
       platform::ReadProfileText(ini, kSection, "Database", kDefaultDatabase, kLongestPath);
-  if (!HasDriveOrServer(settings.database)) settings.database = folder + settings.database;
-  settings.busyMilliseconds = platform::ReadProfileInt(ini, kSection, "Wait", kDefaultWait);
+  if (!HasDriveOrServer(settings.file)) settings.file = folder + settings.file;
+  settings.use.busyMilliseconds = platform::ReadProfileInt(ini, kSection, "Wait", kDefaultWait);
+  settings.use.isFlushed = platform::ReadProfileInt(ini, kSection, "Flush", 1) != 0;
   return settings;
 }
 

@@ -38,8 +38,7 @@ Store& Store::Instance() {
 Database& Store::OpenDatabase() {
   if (!database) {
     const Settings settings = ReadSettings();
-    database =
-        std::make_unique<Database>(DatabaseName(settings.database), settings.busyMilliseconds);
+    database = std::make_unique<Database>(DatabaseName(settings.file), settings.use);
   }
   return *database;
 }
