@@ -15,6 +15,10 @@ constexpr unsigned kRegisteredCount = 0x4000;
 constexpr std::size_t kLongestName = 255;
 constexpr QmWindow kWindowStep = 2;
 
+// Set when the thread's identity is gone. Plain data, so that it can be read to the very end: on
+// the main thread the destructors of libraries run after those of thread-local objects.
+thread_local bool threadEnded = false;
+
 // Tells every machine in which this thread has a queue that the thread has ended.
 class ThreadIdentity {
  public:
@@ -23,6 +27,7 @@ class ThreadIdentity {
     for (const auto& entry : systems) {
       if (std::shared_ptr<WindowSystem> system = entry.lock()) system->EndThread(number);
     }
+    threadEnded = true;
   }
   ThreadIdentity(const ThreadIdentity&) = delete;
   ThreadIdentity& operator=(const ThreadIdentity&) = delete;
@@ -199,6 +204,8 @@ unsigned WindowSystem::RegisterMessage(const std::string& name) {
 }
 
 std::shared_ptr<MessageQueue> WindowSystem::QueueOfThread() {
+  // A thread that is as good as gone gets a queue that nobody reads.
+  if (threadEnded) return std::make_shared<MessageQueue>();
   ThreadIdentity& thread = ThisThread();
   std::lock_guard guard(mutex);
   std::shared_ptr<MessageQueue>& queue = queues[thread.Number()];
