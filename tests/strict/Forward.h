@@ -18,10 +18,10 @@ inline int WithGarbage(int count) { return count; }
 
 }  // namespace quillmar::strict
 
-#define STRICT_FORWARD(name, result, parameters, arguments)                                    \
-  QM_EXTERN_C QM_EXPORT int QM_STDCALL name parameters {                                       \
-    using Function = result(QM_CDECL*) parameters;                                             \
-    static const auto target =                                                                 \
-        reinterpret_cast<Function>(quillmar::strict::CoreFunction("Strict_" #name));           \
-    return quillmar::strict::WithGarbage(target arguments);                                    \
+#define STRICT_FORWARD(name, result, parameters, arguments)                          \
+  QM_EXTERN_C QM_EXPORT int QM_STDCALL name parameters {                             \
+    using Function = result(QM_CDECL*) parameters;                                   \
+    static const auto target =                                                       \
+        reinterpret_cast<Function>(quillmar::strict::CoreFunction("Strict_" #name)); \
+    return quillmar::strict::WithGarbage(target arguments);                          \
   }

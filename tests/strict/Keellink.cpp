@@ -15,7 +15,7 @@ QM_EXTERN_C QM_EXPORT int QM_STDCALL Link_GetLinkFrom(const char* protocolId, in
   return FullGetLinkFrom(protocolId, index, first, second, nullptr, nullptr);
 }
 
-QM_EXTERN_C QM_EXPORT int QM_STDCALL Link_GetLinkFrom2(const char* protocolId,
-                                                       const char* linkName, char* text) {
+QM_EXTERN_C QM_EXPORT int QM_STDCALL Link_GetLinkFrom2(const char* protocolId, const char* linkName,
+                                                       char* text) {
   return FullGetLinkFrom2(protocolId, linkName, text, nullptr, nullptr);
 }

@@ -13,9 +13,8 @@ namespace {
 
 // Capacities of text outputs that have no size argument; the last byte of each is written.
 const std::map<std::string, std::size_t> kFixedCapacities = {
-    {"GetPart.partName", 1024},     {"GetAssembly.first", 1024}, {"GetAssembly.second", 260},
-    {"GetAssemblyName.name", 260},  {"GetAssemblyPath.path", 1024},
-    {"GetDataWD.second", 10000},
+    {"GetPart.partName", 1024},    {"GetAssembly.first", 1024},    {"GetAssembly.second", 260},
+    {"GetAssemblyName.name", 260}, {"GetAssemblyPath.path", 1024}, {"GetDataWD.second", 10000},
 };
 
 // Functions that report the length of their list at the first call and succeed: the text itself is
@@ -49,7 +48,9 @@ std::string Decimal(double number) {
 }  // namespace
 
 RecordedCall::RecordedCall(const char* function, const char* argumentNames)
-    : function(function), call(Core().Strict_BeginCall(function)), names(SplitNames(argumentNames)) {}
+    : function(function),
+      call(Core().Strict_BeginCall(function)),
+      names(SplitNames(argumentNames)) {}
 
 std::string RecordedCall::NextName() {
   return nextName < names.size() ? names[nextName++] : std::string();
@@ -152,8 +153,9 @@ void RecordedCall::Take(int* number) {
 }
 
 void RecordedCall::Take(QmWindow* window) {
-  FillNumber<QmWindow>(
-      window, [](const char* text) { return static_cast<QmWindow>(std::strtoul(text, nullptr, 0)); });
+  FillNumber<QmWindow>(window, [](const char* text) {
+    return static_cast<QmWindow>(std::strtoul(text, nullptr, 0));
+  });
 }
 
 void RecordedCall::Take(double* number) {

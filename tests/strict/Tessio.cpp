@@ -3,8 +3,8 @@
 
 #include "RecordedCall.h"
 
-#define STRICT_EXPORT(name, convention, result, parameters, arguments)                  \
-  QM_EXTERN_C QM_EXPORT result convention name parameters {                             \
-    return quillmar::strict::RecordedCall(#name, #arguments).Perform arguments;         \
+#define STRICT_EXPORT(name, convention, result, parameters, arguments)          \
+  QM_EXTERN_C QM_EXPORT result convention name parameters {                     \
+    return quillmar::strict::RecordedCall(#name, #arguments).Perform arguments; \
   }
 QM_IPC_FUNCTIONS(STRICT_EXPORT)

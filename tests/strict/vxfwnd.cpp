@@ -2,8 +2,8 @@
 #include "RecordedCall.h"
 #include "quillmar/BoltedConnections.h"
 
-#define STRICT_EXPORT(name, result, parameters, arguments)                              \
-  QM_EXTERN_C QM_EXPORT result QM_STDCALL name parameters {                             \
-    return quillmar::strict::RecordedCall(#name, #arguments).Perform arguments;         \
+#define STRICT_EXPORT(name, result, parameters, arguments)                      \
+  QM_EXTERN_C QM_EXPORT result QM_STDCALL name parameters {                     \
+    return quillmar::strict::RecordedCall(#name, #arguments).Perform arguments; \
   }
 QM_FOREGROUND_FUNCTIONS(STRICT_EXPORT)

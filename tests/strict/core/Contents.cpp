@@ -108,8 +108,8 @@ short Strict_Com_EraseSection(const char* protocolId, const char* section) {
   Protocol* protocol = call.Opened(protocolId);
   const std::string name = call.Text(section);
   if (!call.Sound()) return call.Refuse();
-  const auto erased = std::erase_if(
-      protocol->sections, [&](const auto& candidate) { return candidate.first == name; });
+  const auto erased = std::erase_if(protocol->sections,
+                                    [&](const auto& candidate) { return candidate.first == name; });
   return erased > 0 ? call.Accept() : call.Refuse();
 }
 
@@ -133,12 +133,12 @@ short Strict_Com_PutGlobalData(const char* protocolId, const char* item, const c
   return call.Accept();
 }
 
-#define STRICT_TEXT(name)                                                     \
-  short Strict_Com_Get##name(const char* protocolId, char* text) {            \
-    return GetText("Com_Get" #name, #name, protocolId, text);                 \
-  }                                                                           \
-  short Strict_Com_Put##name(const char* protocolId, const char* text) {      \
-    return PutText("Com_Put" #name, #name, protocolId, text);                 \
+#define STRICT_TEXT(name)                                                \
+  short Strict_Com_Get##name(const char* protocolId, char* text) {       \
+    return GetText("Com_Get" #name, #name, protocolId, text);            \
+  }                                                                      \
+  short Strict_Com_Put##name(const char* protocolId, const char* text) { \
+    return PutText("Com_Put" #name, #name, protocolId, text);            \
   }
 STRICT_TEXT(ModelID)
 STRICT_TEXT(PartKey)
@@ -231,8 +231,7 @@ short Strict_Com_GetProtocol(const char* protocolId, const char* memberName, cha
   return found == nullptr ? call.Refuse() : call.Fill({*found});
 }
 
-short Strict_Com_PutProtocol(const char* protocolId, const char* memberName,
-                             const char* memberId) {
+short Strict_Com_PutProtocol(const char* protocolId, const char* memberName, const char* memberId) {
   EntryCall call("Com_PutProtocol");
   Protocol* protocol = call.Opened(protocolId);
   const std::string name = call.Text(memberName);

@@ -99,9 +99,12 @@ short Strict_Com_IsProtocolExists(const char* protocolId) {
   const Protocol* protocol = call.Named(protocolId);
   if (!call.Sound()) return call.Refuse(QM_PROTOCOL_MISSING);
   switch (protocol->state) {
-    case Protocol::State::Open: return call.Accept(QM_PROTOCOL_OPEN);
-    case Protocol::State::Closed: return call.Accept(QM_PROTOCOL_CLOSED);
-    case Protocol::State::HeldByCalculation: break;
+    case Protocol::State::Open:
+      return call.Accept(QM_PROTOCOL_OPEN);
+    case Protocol::State::Closed:
+      return call.Accept(QM_PROTOCOL_CLOSED);
+    case Protocol::State::HeldByCalculation:
+      break;
   }
   return call.Accept(QM_PROTOCOL_HELD_BY_CALCULATION);
 }

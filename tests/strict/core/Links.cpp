@@ -131,8 +131,7 @@ short Strict_Link_GetLinkFromParentList(const char* protocolId, int index, char*
   return link == nullptr ? call.Refuse() : call.Fill({ParentOf(*link)});
 }
 
-short Strict_Link_GetLinkFromParentList2(const char* protocolId, const char* linkName,
-                                         char* list) {
+short Strict_Link_GetLinkFromParentList2(const char* protocolId, const char* linkName, char* list) {
   EntryCall call("Link_GetLinkFromParentList2");
   Protocol* protocol = call.Opened(protocolId);
   const std::string name = call.Text(linkName);

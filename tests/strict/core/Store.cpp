@@ -130,13 +130,26 @@ void Protocol::Read(const std::vector<std::string>& items) {
     }
     const std::vector<std::string> fields = Fields(item, mark.size() + 1);
     switch (item[mark.size()]) {
-      case kTextItem: texts[fields[0]] = fields[1]; break;
-      case kGlobalItem: Put(globals, fields[0], fields[1]); break;
-      case kSectionItem: MakeSection(fields[0]); break;
-      case kKeywordItem: Put(MakeSection(fields[0]), fields[1], fields[2]); break;
-      case kParameterItem: parameters.push_back({fields[0], fields[1], fields[2]}); break;
-      case kMemberItem: Put(members, fields[0], fields[1]); break;
-      default: foreign.push_back(item);
+      case kTextItem:
+        texts[fields[0]] = fields[1];
+        break;
+      case kGlobalItem:
+        Put(globals, fields[0], fields[1]);
+        break;
+      case kSectionItem:
+        MakeSection(fields[0]);
+        break;
+      case kKeywordItem:
+        Put(MakeSection(fields[0]), fields[1], fields[2]);
+        break;
+      case kParameterItem:
+        parameters.push_back({fields[0], fields[1], fields[2]});
+        break;
+      case kMemberItem:
+        Put(members, fields[0], fields[1]);
+        break;
+      default:
+        foreign.push_back(item);
     }
   }
 }

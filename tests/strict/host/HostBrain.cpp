@@ -49,9 +49,8 @@ constexpr Method kMethods[] = {
 };
 
 const Method* FindMethod(int identifier) {
-  const auto* found = std::find_if(std::begin(kMethods), std::end(kMethods), [&](const Method& m) {
-    return m.identifier == identifier;
-  });
+  const auto* found = std::find_if(std::begin(kMethods), std::end(kMethods),
+                                   [&](const Method& m) { return m.identifier == identifier; });
   return found == std::end(kMethods) ? nullptr : found;
 }
 
@@ -66,9 +65,14 @@ std::string Shown(int identifier, const AutomationArguments& arguments, std::str
     if (!kinds.empty()) shown += ",";
     kinds += KindOf(value);
     switch (kinds.back()) {
-      case 't': shown += '"' + std::get<std::string>(value) + '"'; break;
-      case 'i': shown += std::to_string(std::get<int>(value)); break;
-      default: shown += "?";
+      case 't':
+        shown += '"' + std::get<std::string>(value) + '"';
+        break;
+      case 'i':
+        shown += std::to_string(std::get<int>(value));
+        break;
+      default:
+        shown += "?";
     }
   }
   return shown + ")";
@@ -77,11 +81,16 @@ std::string Shown(int identifier, const AutomationArguments& arguments, std::str
 AutomationValue Converted(const std::string& answer, AutomationType type) {
   const int number = std::atoi(answer.c_str());
   switch (type) {
-    case AutomationType::None: return {};
-    case AutomationType::Int: return number;
-    case AutomationType::Short: return static_cast<std::int16_t>(number);
-    case AutomationType::Bool: return number != 0;
-    case AutomationType::Text: return answer;
+    case AutomationType::None:
+      return {};
+    case AutomationType::Int:
+      return number;
+    case AutomationType::Short:
+      return static_cast<std::int16_t>(number);
+    case AutomationType::Bool:
+      return number != 0;
+    case AutomationType::Text:
+      return answer;
   }
   return {};
 }
@@ -122,7 +131,8 @@ HostBrain::Reply HostBrain::Call(int identifier, const AutomationArguments& argu
   }
   const std::string* answer = Answer(number);
   const std::string unlessAnswered = identifier == QM_HOST_IS_READY ? "1" : "";
-  return {Outcome::Done, Converted(answer == nullptr ? unlessAnswered : *answer, method->result), {}};
+  return {
+      Outcome::Done, Converted(answer == nullptr ? unlessAnswered : *answer, method->result), {}};
 }
 
 std::optional<int> HostBrain::FindMember(const std::string& name) const {
@@ -144,23 +154,35 @@ HostBrain::Reply HostBrain::Control(int identifier, const AutomationArguments& a
   };
   Reply reply{Outcome::Done, {}, {}};
   switch (identifier) {
-    case kHostSetAnswer: answers[text(0)] = text(1); break;
-    case kHostDropAnswer: answers.erase(text(0)); break;
-    case kHostCallCount: reply.value = static_cast<int>(calls.size()); break;
+    case kHostSetAnswer:
+      answers[text(0)] = text(1);
+      break;
+    case kHostDropAnswer:
+      answers.erase(text(0));
+      break;
+    case kHostCallCount:
+      reply.value = static_cast<int>(calls.size());
+      break;
     case kHostCall: {
       const auto index = static_cast<std::size_t>(number(0));
       reply.value = index < calls.size() ? calls[index] : std::string();
       break;
     }
-    case kHostViolations: reply.value = violations; break;
-    case kHostFinish: reply.value = Finish(number(0), text(1)) ? 1 : 0; break;
+    case kHostViolations:
+      reply.value = violations;
+      break;
+    case kHostFinish:
+      reply.value = Finish(number(0), text(1)) ? 1 : 0;
+      break;
     case kHostForget:
       calls.clear();
       answers.clear();
-      violations.clear();
       break;
-    case kHostEnd: reply.outcome = Outcome::Ends; break;
-    default: reply.outcome = Outcome::UnknownMember;
+    case kHostEnd:
+      reply.outcome = Outcome::Ends;
+      break;
+    default:
+      reply.outcome = Outcome::UnknownMember;
   }
   return reply;
 }

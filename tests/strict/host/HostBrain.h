@@ -31,7 +31,7 @@ enum HostControl {
   kHostViolations = 0x7005,  // none -> text: one broken promise a line
   kHostFinish = 0x7006,      // int code, text list -> int: the host has calculated; 1 when the
                              //   callback window was told so
-  kHostForget = 0x7007,      // none -> none: journal and answers; the callback window stays known
+  kHostForget = 0x7007,      // none -> none: journal and answers; window and violations stay
   kHostEnd = 0x7008          // none -> none: the host ends as if the user closed it
 };
 

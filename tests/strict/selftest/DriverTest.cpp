@@ -8,8 +8,7 @@ class Driver : public StrictSet {
  protected:
   template <class Function>
   Function Bound(const char* name) {
-    return reinterpret_cast<Function>(
-        FunctionOf(ImageLibrary("Strictcad/Strictcad.dll"), name));
+    return reinterpret_cast<Function>(FunctionOf(ImageLibrary("Strictcad/Strictcad.dll"), name));
   }
 
   static std::vector<std::string> LastCall() {

@@ -14,9 +14,7 @@ class Host : public testing::Test {
   void Answer(const std::string& key, const std::string& answer) {
     brain.Call(kHostSetAnswer, {key, answer});
   }
-  std::string Violations() {
-    return std::get<std::string>(brain.Call(kHostViolations, {}).value);
-  }
+  std::string Violations() { return std::get<std::string>(brain.Call(kHostViolations, {}).value); }
   std::string Call(int index) {
     return std::get<std::string>(brain.Call(kHostCall, {index}).value);
   }

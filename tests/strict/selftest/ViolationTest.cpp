@@ -42,20 +42,18 @@ TEST_F(Violation, NullArguments) {
 TEST_F(Violation, GrowingBuffers) {
   com.Com_PutGlobalData(id.c_str(), "Unit", "1");
   const std::string mixed = Blanks(1023) + "x";
-  for (const std::string& wrong : {std::string(), Blanks(1023), Blanks(1025), Blanks(1536), mixed,
-                                   std::string(1024, '\t')}) {
+  for (const std::string& wrong :
+       {std::string(), Blanks(1023), Blanks(1025), Blanks(1536), mixed, std::string(1024, '\t')}) {
     std::string buffer = wrong;
-    ExpectViolation("multiple of 1024 blanks", [&] {
-      return com.Com_GetGlobalData(id.c_str(), "Unit", buffer.data());
-    });
+    ExpectViolation("multiple of 1024 blanks",
+                    [&] { return com.Com_GetGlobalData(id.c_str(), "Unit", buffer.data()); });
     EXPECT_EQ(buffer, wrong);
   }
   com.Com_PutDataParam(id.c_str(), "d", "1", "mm");
   std::string value = Blanks(1024);
   std::string unit = Blanks(2048);
-  ExpectViolation("differ in length", [&] {
-    return com.Com_GetDataParam(id.c_str(), "d", value.data(), unit.data());
-  });
+  ExpectViolation("differ in length",
+                  [&] { return com.Com_GetDataParam(id.c_str(), "d", value.data(), unit.data()); });
 }
 
 TEST_F(Violation, ListsThatAreNotSound) {
@@ -83,8 +81,7 @@ TEST_F(Violation, ListsThatAreNotSound) {
   for (const Case& spoiled : cases) {
     StringList list({"one", "two"});
     spoiled.spoil(*list.Get());
-    ExpectViolation(spoiled.promise,
-                    [&] { return com.Com_PutBuffer(id.c_str(), list.Get()); });
+    ExpectViolation(spoiled.promise, [&] { return com.Com_PutBuffer(id.c_str(), list.Get()); });
   }
   StringList sound({"one", "two"});
   EXPECT_NE(com.Com_PutBuffer(id.c_str(), sound.Get()), 0);

@@ -11,40 +11,35 @@ namespace {
 
 using namespace quillmar;
 
-platform::AutomationResult Answered(platform::AutomationStatus status) { return {status, {}, {}}; }
-
 class Server : public platform::AutomationServer {
  public:
   platform::AutomationResult Call(int identifier,
                                   const platform::AutomationArguments& arguments) override {
     using Outcome = strict::HostBrain::Outcome;
-    if (gone) return Answered(platform::AutomationStatus::ServerGone);
-    strict::HostBrain::Reply reply = brain.Call(identifier, arguments);
+    const strict::HostBrain::Reply reply = brain.Call(identifier, arguments);
     switch (reply.outcome) {
-      case Outcome::Done: return {platform::AutomationStatus::Done, reply.value, {}};
+      case Outcome::Done:
+        return {platform::AutomationStatus::Done, reply.value, {}};
       case Outcome::Raised:
         return {platform::AutomationStatus::Raised, {}, reply.description};
-      case Outcome::UnknownMember: return Answered(platform::AutomationStatus::UnknownMember);
-      case Outcome::Failed: break;
+      case Outcome::UnknownMember:
+        return {platform::AutomationStatus::UnknownMember, {}, {}};
+      case Outcome::Failed:
+        break;
       case Outcome::Dies:
       case Outcome::Ends:
-        gone = true;
-        platform::Machine::Current().RevokeActiveObject(QM_HOST_CLASS_ID);
-        return Answered(reply.outcome == Outcome::Ends ? platform::AutomationStatus::Done
-                                                       : platform::AutomationStatus::ServerGone);
+        platform::Machine::Current().EndServer(QM_HOST_CLASS_ID);
+        break;
     }
-    return Answered(platform::AutomationStatus::Failed);
+    return {};
   }
 
-  std::optional<int> FindMember(const std::string& name) override {
-    return gone ? std::nullopt : brain.FindMember(name);
-  }
+  std::optional<int> FindMember(const std::string& name) override { return brain.FindMember(name); }
 
  private:
   strict::HostBrain brain{[](std::uint32_t window) {
     return platform::PostToWindow(window, platform::RegisterMessage(QM_MESSAGE_CALLBACK));
   }};
-  bool gone = false;
 };
 
 }  // namespace

@@ -31,11 +31,16 @@ std::string FromWide(const wchar_t* wide, int length) {
 
 AutomationValue FromVariant(const VARIANTARG& variant) {
   switch (V_VT(&variant)) {
-    case VT_I4: return static_cast<int>(V_I4(&variant));
-    case VT_I2: return V_I2(&variant);
-    case VT_BOOL: return V_BOOL(&variant) != VARIANT_FALSE;
-    case VT_BSTR: return FromWide(V_BSTR(&variant), static_cast<int>(SysStringLen(V_BSTR(&variant))));
-    default: return {};
+    case VT_I4:
+      return static_cast<int>(V_I4(&variant));
+    case VT_I2:
+      return V_I2(&variant);
+    case VT_BOOL:
+      return V_BOOL(&variant) != VARIANT_FALSE;
+    case VT_BSTR:
+      return FromWide(V_BSTR(&variant), static_cast<int>(SysStringLen(V_BSTR(&variant))));
+    default:
+      return {};
   }
 }
 
@@ -106,10 +111,16 @@ class Server final : public IDispatch {
           exception->bstrDescription = ToBstr(reply.description);
         }
         return DISP_E_EXCEPTION;
-      case HostBrain::Outcome::UnknownMember: return DISP_E_MEMBERNOTFOUND;
-      case HostBrain::Outcome::Failed: return DISP_E_TYPEMISMATCH;
-      case HostBrain::Outcome::Dies: TerminateProcess(GetCurrentProcess(), 1); break;
-      case HostBrain::Outcome::Ends: PostQuitMessage(0); return S_OK;
+      case HostBrain::Outcome::UnknownMember:
+        return DISP_E_MEMBERNOTFOUND;
+      case HostBrain::Outcome::Failed:
+        return DISP_E_TYPEMISMATCH;
+      case HostBrain::Outcome::Dies:
+        TerminateProcess(GetCurrentProcess(), 1);
+        break;
+      case HostBrain::Outcome::Ends:
+        PostQuitMessage(0);
+        return S_OK;
     }
     return E_FAIL;
   }
@@ -145,8 +156,7 @@ class Factory final : public IClassFactory {
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, char*, int) {
   CLSID classId;
-  if (FAILED(CoInitialize(nullptr)) ||
-      FAILED(CLSIDFromString(L"" QM_HOST_CLASS_ID, &classId))) {
+  if (FAILED(CoInitialize(nullptr)) || FAILED(CLSIDFromString(L"" QM_HOST_CLASS_ID, &classId))) {
     return 1;
   }
   Server server;

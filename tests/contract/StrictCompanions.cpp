@@ -1,0 +1,3 @@
+#include "Contract.h"
+
+const bool quillmar::contract::kStrictCompanions = true;

@@ -1,0 +1,76 @@
+// Runs the tests of a program of an image on a copy of that image, in a process of its own: started
+// from the image it makes the copy, runs the program of the copy, and removes it.
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/native/Machine.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kCopyFlag = "--in-copy";
+
+// Libraries and programs are shared with the image by hard links, everything else is written to.
+void CopyImage(const fs::path& from, const fs::path& to) {
+  fs::create_directories(to);
+  for (const fs::directory_entry& entry : fs::directory_iterator(from)) {
+    const fs::path target = to / entry.path().filename();
+    const std::string extension = entry.path().extension().string();
+    if (entry.is_directory()) {
+      CopyImage(entry.path(), target);
+    } else if (extension == ".dll" || extension == ".exe") {
+      std::error_code failed;
+      fs::create_hard_link(entry.path(), target, failed);
+      if (failed) fs::copy_file(entry.path(), target);
+    } else {
+      fs::copy_file(entry.path(), target);
+    }
+  }
+}
+
+int RunInCopy(const fs::path& program, std::vector<char*> arguments) {
+  const std::string path = program.string();
+  const fs::path image = path.substr(0, path.rfind("/drive_c/"));
+  std::string copy = (image.parent_path() / "copies" / "XXXXXX").string();
+  fs::create_directories(fs::path(copy).parent_path());
+  if (mkdtemp(copy.data()) == nullptr) {
+    std::perror("no folder for a copy of the image");
+    return 2;
+  }
+  CopyImage(image, copy);
+
+  const std::string copied = (fs::path(copy) / fs::relative(program, image)).string();
+  int status = 0;
+  const pid_t child = fork();
+  if (child == 0) {
+    std::string flag = kCopyFlag;
+    arguments.push_back(flag.data());
+    arguments.push_back(nullptr);
+    execv(copied.c_str(), arguments.data());
+    std::perror(copied.c_str());
+    _exit(127);
+  }
+  waitpid(child, &status, 0);
+  fs::remove_all(copy);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const fs::path program = fs::read_symlink("/proc/self/exe");
+  const bool inCopy = argc > 1 && std::string(argv[argc - 1]) == kCopyFlag;
+  if (inCopy) argv[--argc] = nullptr;
+  const std::vector<char*> arguments(argv, argv + argc);
+  testing::InitGoogleMock(&argc, argv);
+  if (!inCopy && !testing::GTEST_FLAG(list_tests)) return RunInCopy(program, arguments);
+  quillmar::platform::AttachToImage(program.string());
+  return RUN_ALL_TESTS();
+}

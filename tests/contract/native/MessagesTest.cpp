@@ -1,0 +1,79 @@
+// What the user and a debugger are shown, and the host that never becomes ready: on the target
+// where the clock can be set and boxes need nobody to close them.
+#include "Calculation.h"
+#include "platform/Files.h"
+#include "platform/Profile.h"
+#include "platform/native/Machine.h"
+#include "quillmar/CalculationHost.h"
+
+namespace quillmar::contract {
+namespace {
+
+std::vector<std::string> ShownTexts() {
+  std::vector<std::string> texts;
+  for (const platform::ShownDialog& dialog : platform::Machine::Current().Shown()) {
+    texts.push_back(dialog.text);
+  }
+  return texts;
+}
+
+class Messages : public Contract {};
+
+TEST_F(Messages, AMissingStorageLibraryRefusesTheLoad) {
+  ASSERT_TRUE(platform::RemoveFile(kSuiteFolder + "\\Keelcomm.dll"));
+  EXPECT_FALSE(LoadModule());
+  ASSERT_THAT(ShownTexts(), SizeIs(1));
+  EXPECT_THAT(ShownTexts()[0],
+              testing::AllOf(testing::StartsWith("Can't load library Keelcomm.dll\n\n"
+                                                 "GetLastError returned: "),
+                             testing::EndsWith("\n_GetVardaFendrakePath = " + kSuiteFolder)));
+}
+
+TEST_F(Messages, AMissingLinkLibraryRefusesTheLoad) {
+  ASSERT_TRUE(platform::RemoveFile(kSuiteFolder + "\\Keellink.dll"));
+  EXPECT_FALSE(LoadModule());
+  EXPECT_THAT(ShownTexts(), ElementsAre("Can't load library Keellink.dll"));
+}
+
+TEST_F(Messages, AHostThatIsNeverReadyGetsNoSessionData) {
+  platform::Machine::Current().SetClock(1000);
+  host = HostSide::Start();
+  host.Answer("16", "0");
+  ASSERT_TRUE(LoadModule());
+  LoadCad();
+  EXPECT_EQ(Login(), 1);
+  EXPECT_THAT(host.Calls(), ElementsAre("30(17)")) << "the connection itself stays";
+  EXPECT_THAT(ShownTexts(), IsEmpty());
+}
+
+TEST_F(Messages, AnErrorThatTheHostRaisesIsShown) {
+  StartSession();
+  host.Answer("raise 2", "No licence for \xE8\xE1st");
+  EXPECT_EQ(module.ShowDialogUT("P1"), 0);
+  EXPECT_THAT(ShownTexts(), ElementsAre("No licence for \xE8\xE1st"));
+  EXPECT_TRUE(HostSide::Runs());
+}
+
+class Trace : public Calculation {};
+
+TEST_F(Trace, FailuresAreReportedInOrderWhenTracingIsOn) {
+  platform::WriteProfileText("Afx.ini", "Diagnostics", "TraceEnabled", "1");
+  strict::Core().Strict_SetAnswer("InsertParamPart", "0");
+  platform::Machine::Current().DebugLines().clear();
+  host.Finish(QM_CALLBACK_NEW_PART, Calculated(kParametricPart));
+  std::vector<std::string> messages;
+  for (const std::string& line : platform::Machine::Current().DebugLines()) {
+    messages.push_back(line.substr(0, line.find('\n')));
+  }
+  // Reads of what the protocol does not hold are reported as well.
+  std::erase_if(messages, [](const std::string& message) {
+    return message.rfind("Cannot read", 0) == 0 || message.rfind("Cannot erase", 0) == 0;
+  });
+  ASSERT_THAT(messages, SizeIs(testing::Ge(3u)));
+  EXPECT_EQ(messages[0], "Cannot insert parameter part");
+  EXPECT_EQ(messages[1], "Cannot insert part into cad system.");
+  EXPECT_THAT(messages[2], testing::StartsWith("Cannot insert part"));
+}
+
+}  // namespace
+}  // namespace quillmar::contract

@@ -1,0 +1,7 @@
+// The program is run on a machine of its own, see scripts/wine-run.
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}

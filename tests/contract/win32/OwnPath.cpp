@@ -1,0 +1,7 @@
+#include "Machine.h"
+
+namespace quillmar::contract {
+
+std::filesystem::path OwnPath(const std::string& windowsPath) { return windowsPath; }
+
+}  // namespace quillmar::contract
