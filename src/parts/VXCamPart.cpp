@@ -23,7 +23,9 @@ double ReadNumber(VXProtocol& protocol, const std::string& name) {
 }  // namespace
 
 bool VXCamPart::GetModelFilePath(std::string& path) {
-  path = LibraryModelPath();
+  std::string modelId;
+  protocol.GetModelID(modelId);
+  path = LibraryModelPath(modelId);
   return true;
 }
 

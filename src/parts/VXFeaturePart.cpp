@@ -8,7 +8,9 @@ constexpr int kTextFeatureFiles = 2;
 }  // namespace
 
 bool VXFeaturePart::GetModelFilePath(std::string& path) {
-  path = LibraryModelPath();
+  std::string modelId;
+  protocol.GetModelID(modelId);
+  path = LibraryModelPath(modelId);
   return true;
 }
 

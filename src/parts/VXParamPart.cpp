@@ -50,7 +50,7 @@ bool VXParamPart::GetModelFilePath(std::string& path) {
   std::string modelId;
   protocol.GetModelID(modelId);
   const bool isPath = modelId.find('\\') != std::string::npos && platform::FileExists(modelId);
-  path = isPath ? modelId : LibraryModelPath();
+  path = isPath ? modelId : LibraryModelPath(modelId);
   return true;
 }
 

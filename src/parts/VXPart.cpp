@@ -263,12 +263,10 @@ std::string VXPart::WithFreshIdentity(const std::string& connection) {
   return ReplaceAll(connection, protocol.GetProtocolID(), freshId);
 }
 
-std::string VXPart::LibraryModelPath() {
+std::string VXPart::LibraryModelPath(const std::string& modelId) {
   std::string folder;
   protocol.GetGlobalData(global::kPath, folder);
   if (folder.ends_with('\\')) folder.pop_back();
-  std::string modelId;
-  protocol.GetModelID(modelId);
   return folder + "\\" + services.session.modelDirName + "\\" + modelId + "." + GetFileExtension();
 }
 

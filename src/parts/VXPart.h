@@ -86,7 +86,7 @@ class VXPart {
   // that does not keep the identities of shared parts; else the reference text as it is.
   std::string WithFreshIdentity(const std::string& connection);
   // "<Path>\<model folder>\<model id>.<extension>".
-  std::string LibraryModelPath();
+  std::string LibraryModelPath(const std::string& modelId);
   void StoreModelId();
   // The CAD's parameters into the protocol; without the extended function from `plainList`.
   bool ReadParametersBack(CadList plainList);
