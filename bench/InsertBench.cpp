@@ -98,9 +98,15 @@ void OnRealStorage(benchmark::State& state, Road road, bool throughModule) {
   }
   state.counters["calls"] = static_cast<double>(calls.size());
 }
-BENCHMARK_CAPTURE(OnRealStorage, InsertThroughModule, &InsertPart, true)->Arg(20)->Arg(200)->Arg(2000);
+BENCHMARK_CAPTURE(OnRealStorage, InsertThroughModule, &InsertPart, true)
+    ->Arg(20)
+    ->Arg(200)
+    ->Arg(2000);
 BENCHMARK_CAPTURE(OnRealStorage, InsertRaw, &InsertPart, false)->Arg(20)->Arg(200)->Arg(2000);
-BENCHMARK_CAPTURE(OnRealStorage, UpdateThroughModule, &UpdatePart, true)->Arg(20)->Arg(200)->Arg(2000);
+BENCHMARK_CAPTURE(OnRealStorage, UpdateThroughModule, &UpdatePart, true)
+    ->Arg(20)
+    ->Arg(200)
+    ->Arg(2000);
 BENCHMARK_CAPTURE(OnRealStorage, UpdateRaw, &UpdatePart, false)->Arg(20)->Arg(200)->Arg(2000);
 
 }  // namespace

@@ -9,19 +9,19 @@ int parameters = 0;
 QmStringList emptyList{};
 
 // Every function of the list succeeds and writes nothing, unless it is replaced below.
-#define QM_INSTANT(name, result, parameters_, arguments)            \
-  result QM_STDCALL Instant_##name parameters_ {                    \
-    [](auto&&...) {} arguments;                                     \
-    return 1;                                                       \
+#define QM_INSTANT(name, result, parameters_, arguments) \
+  result QM_STDCALL Instant_##name parameters_ {         \
+    [](auto&&...) {} arguments;                          \
+    return 1;                                            \
   }
 QM_STORAGE_FUNCTIONS(QM_INSTANT)
 QM_LINK_FUNCTIONS(QM_INSTANT)
 #undef QM_INSTANT
 
-#define QM_INSTANT(need, name, result, parameters_, arguments)      \
-  result QM_CDECL Instant_##name parameters_ {                      \
-    [](auto&&...) {} arguments;                                     \
-    return 1;                                                       \
+#define QM_INSTANT(need, name, result, parameters_, arguments) \
+  result QM_CDECL Instant_##name parameters_ {                 \
+    [](auto&&...) {} arguments;                                \
+    return 1;                                                  \
   }
 QM_CAD_FUNCTIONS(QM_INSTANT)
 #undef QM_INSTANT

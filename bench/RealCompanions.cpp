@@ -62,24 +62,24 @@ std::function<void()> MakeCall(const Function& function, Arguments... arguments)
   };
 }
 
-#define QM_RECORD_STORAGE(name, result, parameters, arguments)                        \
-  result QM_STDCALL Record_##name parameters {                                        \
-    if (*recording != nullptr) {                                                      \
-      const auto make = [](auto... a) { return MakeCall(realStorage->name, a...); };  \
-      (*recording)->push_back(make arguments);                                        \
-    }                                                                                 \
-    return realStorage->name arguments;                                               \
+#define QM_RECORD_STORAGE(name, result, parameters, arguments)                       \
+  result QM_STDCALL Record_##name parameters {                                       \
+    if (*recording != nullptr) {                                                     \
+      const auto make = [](auto... a) { return MakeCall(realStorage->name, a...); }; \
+      (*recording)->push_back(make arguments);                                       \
+    }                                                                                \
+    return realStorage->name arguments;                                              \
   }
 QM_STORAGE_FUNCTIONS(QM_RECORD_STORAGE)
 #undef QM_RECORD_STORAGE
 
-#define QM_RECORD_LINK(name, result, parameters, arguments)                           \
-  result QM_STDCALL Record_##name parameters {                                        \
-    if (*recording != nullptr) {                                                      \
-      const auto make = [](auto... a) { return MakeCall(realLinks->name, a...); };    \
-      (*recording)->push_back(make arguments);                                        \
-    }                                                                                 \
-    return realLinks->name arguments;                                                 \
+#define QM_RECORD_LINK(name, result, parameters, arguments)                        \
+  result QM_STDCALL Record_##name parameters {                                     \
+    if (*recording != nullptr) {                                                   \
+      const auto make = [](auto... a) { return MakeCall(realLinks->name, a...); }; \
+      (*recording)->push_back(make arguments);                                     \
+    }                                                                              \
+    return realLinks->name arguments;                                              \
   }
 QM_LINK_FUNCTIONS(QM_RECORD_LINK)
 #undef QM_RECORD_LINK

@@ -19,12 +19,13 @@ class LanguageTableTest : public ::testing::Test {
 };
 
 TEST_F(LanguageTableTest, TextsOfTheChosenLanguage) {
-  ASSERT_TRUE(Load("[1]\r\nEN=Options\r\nDE=~\r\n"
-                   "[2]\r\nEN=Shaft\r\n"
-                   "[4]\r\nDE=Line one\\nLine two\r\n"
-                   "[title]\r\nDE=not a number\r\n"
-                   "[6]\r\nDE=~\r\n",
-                   "DE"));
+  ASSERT_TRUE(
+      Load("[1]\r\nEN=Options\r\nDE=~\r\n"
+           "[2]\r\nEN=Shaft\r\n"
+           "[4]\r\nDE=Line one\\nLine two\r\n"
+           "[title]\r\nDE=not a number\r\n"
+           "[6]\r\nDE=~\r\n",
+           "DE"));
   EXPECT_EQ(table.GetText(1), "Options");
   EXPECT_EQ(table.GetText(2), "Message not found");
   EXPECT_EQ(table.GetText(3), "");

@@ -12,9 +12,9 @@ using Items = std::vector<std::string>;
 
 TEST(Texts, NumbersAreWrittenWithEightDigits) {
   const std::pair<double, const char*> rows[] = {
-      {0.0, "0"},          {12.5, "12.5"},        {1.0 / 3.0, "0.33333333"},
-      {-7.0, "-7"},        {1e9, "1e+09"},        {123456789.0, "1.2345679e+08"},
-      {0.0001, "0.0001"},  {0.00001, "1e-05"},    {99999999.5, "1e+08"},
+      {0.0, "0"},         {12.5, "12.5"},     {1.0 / 3.0, "0.33333333"},
+      {-7.0, "-7"},       {1e9, "1e+09"},     {123456789.0, "1.2345679e+08"},
+      {0.0001, "0.0001"}, {0.00001, "1e-05"}, {99999999.5, "1e+08"},
       {1e-300, "1e-300"},
   };
   for (const auto& [value, text] : rows) EXPECT_EQ(FormatNumber(value), text);
@@ -22,8 +22,16 @@ TEST(Texts, NumbersAreWrittenWithEightDigits) {
 
 TEST(Texts, NumbersAreReadAsFarAsTheyGo) {
   const std::pair<const char*, double> rows[] = {
-      {"12.5mm", 12.5}, {"  -3e2x", -300.0}, {"+4", 4.0},  {"12,5", 12.0}, {"", 0.0},
-      {"abc", 0.0},     {".5", 0.5},         {"inf", 0.0}, {"nan", 0.0},   {"+-4", 0.0},
+      {"12.5mm", 12.5},
+      {"  -3e2x", -300.0},
+      {"+4", 4.0},
+      {"12,5", 12.0},
+      {"", 0.0},
+      {"abc", 0.0},
+      {".5", 0.5},
+      {"inf", 0.0},
+      {"nan", 0.0},
+      {"+-4", 0.0},
       {"1e400", std::numeric_limits<double>::infinity()},
   };
   for (const auto& [text, value] : rows) EXPECT_EQ(ParseReal(text), value) << text;
@@ -31,7 +39,12 @@ TEST(Texts, NumbersAreReadAsFarAsTheyGo) {
 
 TEST(Texts, IntegersStopAtTheFirstOtherCharacterAndNeverWrap) {
   const std::pair<const char*, int> rows[] = {
-      {"7.5", 7}, {" \t-12x", -12}, {"+1", 1}, {"", 0}, {"x1", 0}, {"99999999999", 2147483647},
+      {"7.5", 7},
+      {" \t-12x", -12},
+      {"+1", 1},
+      {"", 0},
+      {"x1", 0},
+      {"99999999999", 2147483647},
       {"-99999999999", -2147483647 - 1},
   };
   for (const auto& [text, value] : rows) EXPECT_EQ(ParseInt(text), value) << text;

@@ -82,8 +82,8 @@ TEST_F(ProtocolTest, CopiesByTheLibraryAndWithoutIt) {
   StorageTable withoutCopy = libraries.Storage();
   withoutCopy.Com_CopyProtocol.pointer = nullptr;
   const ProtocolContext poor{withoutCopy, libraries.Links(), errors, activator};
-  for (const ProtocolContext* where : std::initializer_list<const ProtocolContext*>{
-           &std::as_const(context), &poor}) {
+  for (const ProtocolContext* where :
+       std::initializer_list<const ProtocolContext*>{&std::as_const(context), &poor}) {
     VXProtocol copy(*where);
     ASSERT_TRUE(copy.Copy(source.GetProtocolID()));
     EXPECT_NE(copy.GetProtocolID(), source.GetProtocolID());
@@ -130,9 +130,8 @@ TEST_F(ProtocolTest, FailuresAreReportedOnceWithTheirMessage) {
   protocol.GetKeyCount("Nowhere");
   EXPECT_EQ(number, 77);
   EXPECT_EQ(Reports(), (Messages{"Cannot read from section Main, keyword Missing.",
-                                 "Cannot read global data, item: Missing",
-                                 "Cannot read data param", "Cannot read data item",
-                                 "Cannot get one key 9999.",
+                                 "Cannot read global data, item: Missing", "Cannot read data param",
+                                 "Cannot read data item", "Cannot get one key 9999.",
                                  "Cannot read list key words from section Nowhere."}));
 }
 
