@@ -10,12 +10,12 @@
 
 #include "quillmar/Conventions.h"
 
-#define QM_BOUND_MEMBER(name, convention, result, parameters, arguments)                          \
-  struct name##Function {                                                                         \
-    using Pointer = result(convention*) parameters;                                               \
-    Pointer pointer = nullptr;                                                                    \
-    explicit operator bool() const { return pointer != nullptr; }                                 \
-    result operator() parameters const { return pointer != nullptr ? pointer arguments : 0; }     \
+#define QM_BOUND_MEMBER(name, convention, result, parameters, arguments)                      \
+  struct name##Function {                                                                     \
+    using Pointer = result(convention*) parameters;                                           \
+    Pointer pointer = nullptr;                                                                \
+    explicit operator bool() const { return pointer != nullptr; }                             \
+    result operator() parameters const { return pointer != nullptr ? pointer arguments : 0; } \
   } name;
 
 /* For lists X(name, result, (parameters), (arguments)) of standard-convention functions. */

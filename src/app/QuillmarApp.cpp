@@ -46,8 +46,8 @@ QuillmarApp::QuillmarApp(QmModule self)
                   platform::ShowMessage(text, title, platform::MessageIcon::Error);
                 }}),
       options({}, GetModuleRegistryKey(false)),
-      services{session, driver,  bolted, host,      options, fileNames, texts,
-               paths,   tags,    converter, ids, protocols, errors, axisOverlap},
+      services{session, driver, bolted,    host, options,   fileNames, texts,
+               paths,   tags,   converter, ids,  protocols, errors,    axisOverlap},
       login(services, session, ipc, viewKeys),
       dispatcher(services),
       callbackWindow(*this),
@@ -89,8 +89,8 @@ void QuillmarApp::LoadTexts() {
 }
 
 void QuillmarApp::DetermineTitle() {
-  const int type = platform::ReadProfileInt(paths.GetSuiteFolder() + "\\Hexaplan.ini", "General",
-                                            "UTType", -1);
+  const int type =
+      platform::ReadProfileInt(paths.GetSuiteFolder() + "\\Hexaplan.ini", "General", "UTType", -1);
   title = texts.GetText(type == kUtType ? kUtTitleText : kTitleText);
 }
 

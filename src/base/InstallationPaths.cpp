@@ -8,8 +8,7 @@
 namespace quillmar {
 namespace {
 
-constexpr const char* kModuleKey =
-    "Software\\Kestrova\\Vantorel\\RegistryVersion11.0\\Brastolinex";
+constexpr const char* kModuleKey = "Software\\Kestrova\\Vantorel\\RegistryVersion11.0\\Brastolinex";
 constexpr const char* kSuiteFolderName = "\\Fendrake";
 constexpr const char* kCommonFolderName = "\\Varda";
 constexpr const char* kHostServerKey =

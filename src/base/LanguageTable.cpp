@@ -38,8 +38,7 @@ bool LanguageTable::Load(const std::string& fileName, const std::string& languag
   const std::vector<std::string> sections = SectionNames(fileName);
   if (sections.empty()) return false;
   for (const std::string& name : sections) {
-    std::string text =
-        platform::ReadProfileText(fileName, name, languageCode, "", kTextSize);
+    std::string text = platform::ReadProfileText(fileName, name, languageCode, "", kTextSize);
     if (text.empty()) {
       Store(ParseInt(name), kMissingText);
       continue;
@@ -71,14 +70,15 @@ std::optional<std::string> LanguageTable::Replacement(const std::string& text) c
 }
 
 bool LanguageTable::TranslateWindow(QmWindow window) const {
-  platform::ReplaceWindowTexts(window, [this](const std::string& text) { return Replacement(text); });
+  platform::ReplaceWindowTexts(window,
+                               [this](const std::string& text) { return Replacement(text); });
   TranslateMenu(platform::MenuOf(window));
   return true;
 }
 
 bool LanguageTable::TranslateMenu(platform::MenuHandle menu) const {
-  return platform::ReplaceMenuTexts(
-      menu, [this](const std::string& text) { return Replacement(text); });
+  return platform::ReplaceMenuTexts(menu,
+                                    [this](const std::string& text) { return Replacement(text); });
 }
 
 }  // namespace quillmar

@@ -80,7 +80,8 @@ class CalcHost {
   platform::AutomationResult InvokeIfOffered(TextRef name, int method,
                                              const platform::AutomationArguments& arguments,
                                              platform::AutomationType type);
-  platform::AutomationResult CallAttached(int method, const platform::AutomationArguments& arguments,
+  platform::AutomationResult CallAttached(int method,
+                                          const platform::AutomationArguments& arguments,
                                           platform::AutomationType type);
   void AttachToRunningHost();
   void CreateHost();

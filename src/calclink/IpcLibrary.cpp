@@ -18,8 +18,7 @@ bool BindFunction(Function& function, QmModule module, const char* name) {
 bool IpcLibrary::Bind(const std::string& suiteFolder, const std::string& commonFolder,
                       const std::string& fileName) {
   if (library) return true;
-  library = LoadCompanion({suiteFolder, commonFolder},
-                          fileName.empty() ? QM_IPC_LIBRARY : fileName)
+  library = LoadCompanion({suiteFolder, commonFolder}, fileName.empty() ? QM_IPC_LIBRARY : fileName)
                 .library;
   if (!library) return false;
 #define QM_BIND(name, convention, result, parameters, arguments) \

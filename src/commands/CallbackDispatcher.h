@@ -21,7 +21,7 @@ class CallbackDispatcher {
  private:
   // What a first look at the protocol tells.
   struct FirstLook {
-    bool letMeKnow = false;        // the host waits for the completion marker
+    bool letMeKnow = false;         // the host waits for the completion marker
     bool boltedConnection = false;  // the bolted-connection library inserts it
   };
   struct Outcome {

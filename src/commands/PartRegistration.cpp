@@ -16,9 +16,8 @@ constexpr std::size_t kAssemblyPathSize = 1024;
 
 // File of a configuration calculation of that name.
 std::string ConfigurationFile(const PartServices& services, const std::string& configuration) {
-  std::string folder =
-      platform::ReadProfileText(services.paths.GetSuiteFolder() + "\\hexaplan.ini", "CfgData",
-                                "Databases", "", kDatabasesSize);
+  std::string folder = platform::ReadProfileText(services.paths.GetSuiteFolder() + "\\hexaplan.ini",
+                                                 "CfgData", "Databases", "", kDatabasesSize);
   if (!folder.ends_with('\\')) folder += '\\';
   return folder + "CBF\\" + configuration + ".cbf";
 }

@@ -79,8 +79,7 @@ void SessionLogin::LoadFileNameSettings() {
 }
 
 void SessionLogin::WriteLastLoggedApp() {
-  const std::string path =
-      platform::ModulePath(platform::FindLoadedModule(session.cadModuleName));
+  const std::string path = platform::ModulePath(platform::FindLoadedModule(session.cadModuleName));
   RegistryKey key;
   if (!OpenOrCreate(key, GetModuleRegistryKey(false))) return;
   key.WriteString("LastLoggedApp", FolderNameOf(path));
@@ -94,7 +93,8 @@ void SessionLogin::TakeConventions(const LoginRequest& request) {
   if (session.groupManager) {
     if (!key.Open(Hive::CurrentUser, SessionKey())) return;
     std::uint32_t showFlag = 0;
-    if (key.ReadDword("LastLoggedShowFlag", showFlag)) session.showFlag = static_cast<int>(showFlag);
+    if (key.ReadDword("LastLoggedShowFlag", showFlag))
+      session.showFlag = static_cast<int>(showFlag);
     TakeText(key, "LastLoggedModelExt", session.modelExt);
     TakeText(key, "LastLoggedFeatureExtension", session.featureExt);
     TakeText(key, "LastLoggedModelDirName", session.modelDirName);

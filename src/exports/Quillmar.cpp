@@ -103,9 +103,8 @@ int QM_CDECL ShowDialogUT(const char* protocolId) {
 }
 
 int QM_CDECL Set2dFileType(int fileType) {
-  return Forward("Set2dFileType", 0, [&](QuillmarApp& app) {
-    return app.Services().driver.Bind2d(fileType) ? 1 : 0;
-  });
+  return Forward("Set2dFileType", 0,
+                 [&](QuillmarApp& app) { return app.Services().driver.Bind2d(fileType) ? 1 : 0; });
 }
 
 int QM_STDCALL ObtainProtocol(const char* partName) {

@@ -12,8 +12,12 @@ namespace quillmar::platform {
 // expects a 16-bit result takes its lower half.
 int CallForeign(void* function, const std::uintptr_t* words, std::size_t count);
 
-inline std::uintptr_t Word(const void* pointer) { return reinterpret_cast<std::uintptr_t>(pointer); }
-inline std::uintptr_t Word(int value) { return static_cast<std::uintptr_t>(static_cast<std::intptr_t>(value)); }
+inline std::uintptr_t Word(const void* pointer) {
+  return reinterpret_cast<std::uintptr_t>(pointer);
+}
+inline std::uintptr_t Word(int value) {
+  return static_cast<std::uintptr_t>(static_cast<std::intptr_t>(value));
+}
 inline std::uintptr_t Word(std::uint32_t value) { return value; }
 
 }  // namespace quillmar::platform

@@ -24,8 +24,7 @@ bool WriteProfileText(const std::string& file, const char* section, const char* 
 
 // GetProfileText into a buffer of `size` bytes, as a text of at most size - 1 characters.
 std::string ReadProfileText(const std::string& file, const std::string& section,
-                            const std::string& key, const std::string& fallback,
-                            std::size_t size);
+                            const std::string& key, const std::string& fallback, std::size_t size);
 
 // The key's value as a number: leading blanks, an optional sign and digits are read as far as
 // they go (modulo 2^32); the fallback when the key is missing.

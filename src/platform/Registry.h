@@ -12,7 +12,13 @@ namespace quillmar::platform {
 enum class Hive { CurrentUser, LocalMachine };
 
 // Kinds of values; the numbers are those of the Windows registry. Other numbers pass through.
-enum class RegistryType : std::uint32_t { None = 0, Text = 1, ExpandableText = 2, Binary = 3, Dword = 4 };
+enum class RegistryType : std::uint32_t {
+  None = 0,
+  Text = 1,
+  ExpandableText = 2,
+  Binary = 3,
+  Dword = 4
+};
 
 // One value as stored: its bytes are not interpreted and carry a terminating NUL only when the
 // writer stored one.

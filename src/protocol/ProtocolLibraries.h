@@ -34,7 +34,7 @@ class ProtocolLibraries {
 
  private:
   struct Held {
-    platform::Library owned;     // empty when the library was in the process already
+    platform::Library owned;  // empty when the library was in the process already
     QmModule module = nullptr;
   };
   bool LoadStorage(const std::string& suiteFolder, const std::string& title);

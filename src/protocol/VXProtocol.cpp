@@ -522,9 +522,9 @@ bool VXProtocol::GetLinkFrom(int index, std::string& first, std::string& second,
   return (function != nullptr &&
           ReadGrowing(
               [&](char* firstOut, char* secondOut) {
-                const std::uintptr_t words[] = {
-                    platform::Word(Id()),      platform::Word(index),    platform::Word(firstOut),
-                    platform::Word(secondOut), platform::Word(&enabled), platform::Word(&level)};
+                const std::uintptr_t words[] = {platform::Word(Id()),     platform::Word(index),
+                                                platform::Word(firstOut), platform::Word(secondOut),
+                                                platform::Word(&enabled), platform::Word(&level)};
                 return LowerHalf(platform::CallForeign(function, words, std::size(words)));
               },
               first, second)) ||
@@ -539,9 +539,9 @@ bool VXProtocol::GetLinkFrom2(TextRef linkName, std::string& text, int& enabled,
   return (function != nullptr &&
           ReadGrowing(
               [&](char* out) {
-                const std::uintptr_t words[] = {
-                    platform::Word(Id()), platform::Word(linkName.Get()), platform::Word(out),
-                    platform::Word(&enabled), platform::Word(&level)};
+                const std::uintptr_t words[] = {platform::Word(Id()),
+                                                platform::Word(linkName.Get()), platform::Word(out),
+                                                platform::Word(&enabled), platform::Word(&level)};
                 return LowerHalf(platform::CallForeign(function, words, std::size(words)));
               },
               text)) ||
@@ -639,12 +639,11 @@ bool VXProtocol::SetLinkTo(TextRef first, TextRef second) {
 }
 
 bool VXProtocol::Translate(const ProtocolContext& context, std::string& text, int capacity) {
-  const std::size_t room = std::max<std::size_t>(text.size(), static_cast<std::size_t>(
-                                                                   std::max(capacity, 0)));
+  const std::size_t room =
+      std::max<std::size_t>(text.size(), static_cast<std::size_t>(std::max(capacity, 0)));
   std::string buffer = text;
   buffer.resize(room + 1, '\0');
-  const bool translated =
-      context.links.Link_Translate(buffer.data(), static_cast<int>(room)) != 0;
+  const bool translated = context.links.Link_Translate(buffer.data(), static_cast<int>(room)) != 0;
   text = translated ? std::string(buffer.c_str()) : std::string();
   if (!translated) context.errors.ReportError("Cannot translate", QM_HERE);
   return translated;
@@ -709,8 +708,7 @@ bool VXProtocol::RemoveProtocol(TextRef memberName) {
 
 // --- reference texts ---
 
-bool VXProtocol::ExtractProtocolID(const std::string& reference, std::string& id,
-                                   Markers markers) {
+bool VXProtocol::ExtractProtocolID(const std::string& reference, std::string& id, Markers markers) {
   const auto marker = reference.find(MarkersOf(markers).identifier);
   if (marker == std::string::npos) return false;
   id = reference.substr(0, marker);

@@ -16,7 +16,7 @@ struct CadSession {
   bool groupManager = false;  // Grupova drives: no CAD of its own, working copies are kept
   bool optimizer = false;     // optara drives
   bool loggedOut = true;
-  int ipcLoginResult = 0;  // written by the inter-process library
+  int ipcLoginResult = 0;     // written by the inter-process library
   bool noActivation = false;  // an optimisation runs: leave the CAD window where it is
 };
 
