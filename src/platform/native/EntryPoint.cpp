@@ -16,10 +16,23 @@ bool attached = false;
 
 std::string OwnPath() { return HostPathOf(ModuleAt(&attached)).native(); }
 
+// Nothing may be thrown into the loader.
+bool Attach() {
+  try {
+    return quillmar::OnLibraryAttach(ModuleAt(&attached));
+  } catch (...) {
+    return false;
+  }
+}
+
 void Detach(bool processEnding) {
   if (!attached) return;
   attached = false;
-  quillmar::OnLibraryDetach(processEnding);
+  try {
+    quillmar::OnLibraryDetach(processEnding);
+  } catch (...) {
+    // Nobody is left who could be told.
+  }
   if (!processEnding) quillmar::platform::DetachFromImage(OwnPath());
 }
 
@@ -29,7 +42,7 @@ void OnProcessEnd() { Detach(true); }
 
 __attribute__((constructor)) void OnLoad() {
   quillmar::platform::AttachToImage(OwnPath());
-  attached = quillmar::OnLibraryAttach(ModuleAt(&attached));
+  attached = Attach();
   if (attached) {
     std::atexit(OnProcessEnd);
   } else {

@@ -3,8 +3,6 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/native/CodePage.h"
-
 namespace quillmar::platform {
 
 HiveStore::HiveStore(std::filesystem::path hiveFile, std::u16string hiveName,
@@ -39,11 +37,16 @@ bool HiveStore::Refresh() {
   if (!contents) return false;
   document = ParseRegistryFile(contents->bytes, name);
   stamp = contents->stamp;
-  for (std::size_t line : document.damagedLines) {
-    report(Narrow(FromUtf8(file.filename().native())) + "(" + std::to_string(line) +
-           "): not understood");
-  }
+  ReportDamage(std::hash<std::string>()(contents->bytes));
   return true;
+}
+
+void HiveStore::ReportDamage(std::size_t version) {
+  if (version == reportedVersion) return;
+  reportedVersion = version;
+  for (std::size_t line : document.damagedLines) {
+    report(file.filename().native() + "(" + std::to_string(line) + "): not understood");
+  }
 }
 
 // What is in memory was not written: the file counts.

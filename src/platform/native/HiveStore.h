@@ -1,5 +1,5 @@
 // A hive and its file. Several processes may work on one image: the file is read again whenever
-// it has changed, and every change is on the disk when the call that makes it returns.
+// it has changed, and every change is in the file when the call that makes it returns.
 #pragma once
 
 #include <filesystem>
@@ -17,7 +17,7 @@ enum class HiveChange { Failed, Nothing, Made };
 
 class HiveStore {
  public:
-  // `report` is told of damaged lines, once each time the file is read.
+  // `report` is told of damaged lines, once for each version of the file.
   HiveStore(std::filesystem::path file, std::u16string name,
             std::function<void(const std::string&)> report);
 
@@ -30,6 +30,7 @@ class HiveStore {
  private:
   // False when there is a file that cannot be read: it must not be replaced.
   bool Refresh();
+  void ReportDamage(std::size_t version);
   void Forget();
 
   std::filesystem::path file;
@@ -38,6 +39,7 @@ class HiveStore {
   std::mutex mutex;
   RegistryDocument document;
   FileStamp stamp;
+  std::size_t reportedVersion = 0;
 };
 
 }  // namespace quillmar::platform

@@ -89,11 +89,6 @@ std::filesystem::path NameOfReplacement(const std::filesystem::path& path) {
   return name;
 }
 
-bool FlushFolder(const std::filesystem::path& folder) {
-  Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  return opened.Open() && fsync(opened.Number()) == 0;
-}
-
 }  // namespace
 
 bool FileStamp::SameAs(const FileStamp& before) const {
@@ -145,7 +140,6 @@ bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
     unlink(fresh.c_str());
     return false;
   }
-  FlushFolder(target.parent_path());
   return true;
 }
 

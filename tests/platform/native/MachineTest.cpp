@@ -1,0 +1,249 @@
+// The native machine: paths, clock, dialogs, programs inside the process, images.
+#include "platform/native/Machine.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <thread>
+
+#include "platform/Dialogs.h"
+#include "platform/Files.h"
+#include "platform/Messages.h"
+#include "platform/Modules.h"
+#include "platform/Processes.h"
+#include "platform/Profile.h"
+#include "platform/Registry.h"
+#include "platform/System.h"
+#include "support/TestMachine.h"
+
+namespace fs = std::filesystem;
+
+namespace quillmar::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Machine, FindsHostFilesOfWindowsPaths) {
+  TestMachine test;
+  Machine& machine = Machine::Current();
+  fs::path drive = machine.Root() / "drive_c";
+  fs::create_directories(drive / "Lib" / "\xC5\x81\xC4\x85");  // UTF-8 for A3 B9
+  const std::pair<const char*, fs::path> cases[] = {
+      {"C:\\Lib", drive / "Lib"},
+      {"c:/lib/", drive / "Lib"},
+      {"C:\\lib\\\xB3\xA5", drive / "Lib" / "\xC5\x81\xC4\x85"},
+      {"\\lib\\..\\Lib", drive / "Lib"},
+      {"C:\\..\\..\\lib", drive / "Lib"},
+      {"lib", drive / "Lib"},
+      {"C:\\Lib\\New\\File.x", drive / "Lib" / "New" / "File.x"},
+      {"D:\\x", machine.Root() / "drive_d" / "x"},
+      {"C:", drive},
+  };
+  for (const auto& [windows, host] : cases) EXPECT_EQ(machine.HostPath(windows), host) << windows;
+}
+
+TEST(Machine, PrefersTheExactName) {
+  TestMachine test;
+  fs::path folder = Machine::Current().Root() / "drive_c" / "Test";
+  for (const char* name : {"name", "NAME", "Name"}) std::ofstream(folder / name) << name;
+  EXPECT_EQ(Machine::Current().HostPath("C:\\Test\\Name"), folder / "Name");
+  EXPECT_EQ(Machine::Current().HostPath("C:\\Test\\nAME"), folder / "NAME");
+}
+
+TEST(Machine, NamesWindowsPathsBelowItsRoot) {
+  TestMachine test;
+  Machine& machine = Machine::Current();
+  EXPECT_EQ(machine.WindowsPath(machine.Root() / "drive_c" / "A" / "\xC5\x82.x"), "C:\\A\\\xB3.x");
+  EXPECT_EQ(machine.WindowsPath(machine.Root() / "drive_d"), "D:\\");
+  for (const fs::path& outside : {machine.Root(), machine.Root() / "registry", fs::path("/"),
+                                  fs::path(), machine.Root() / ".." / "drive_c"}) {
+    EXPECT_EQ(machine.WindowsPath(outside), "") << outside;
+  }
+}
+
+TEST(Machine, WithoutAnImageHasNothing) {
+  EXPECT_FALSE(FileExists("C:\\"));
+  EXPECT_FALSE(OpenKey(Hive::CurrentUser, "Software").has_value());
+  EXPECT_FALSE(CreateKey(Hive::CurrentUser, "Software").has_value());
+  EXPECT_EQ(MakeTempFile(TempFolder(), "x", "y"), "");
+  EXPECT_EQ(ModulePath(nullptr), "");
+}
+
+TEST(Machine, KeepsAReadOnlyProfileFileAsItIs) {
+  TestMachine test;
+  const std::string file = test.InFolder("x.ini");
+  test.WriteFile(file, "[M]\r\nk=old\r\n");
+  fs::permissions(test.HostPath(file), fs::perms::owner_read);
+  EXPECT_FALSE(WriteProfileText(file, "M", "k", "new"));
+  EXPECT_TRUE(WriteProfileText(file, "M", "k", "old"));
+  EXPECT_EQ(test.ReadFile(file), "[M]\r\nk=old\r\n");
+}
+
+TEST(Machine, MovesASetClockWithEachReading) {
+  TestMachine test;
+  Machine::Current().SetClock(0xFFFFFFFFU);
+  EXPECT_EQ(TickCount(), 0xFFFFFFFFU);
+  EXPECT_EQ(TickCount(), 0U);
+  EXPECT_EQ(TickCount(), 1U);
+}
+
+TEST(Machine, HasASettableVolumeSerial) {
+  TestMachine test;
+  Machine::Current().SetVolumeSerial(0xABCD);
+  EXPECT_EQ(VolumeSerial("c:\\"), 0xABCDU);
+  EXPECT_EQ(VolumeSerial("d:\\"), 0U);
+}
+
+TEST(Machine, AreIndependentOfEachOther) {
+  TestMachine outer;
+  CreateKey(Hive::CurrentUser, "K")->Set("v", RegistryType::Text, "outer");
+  std::optional<RegistryHandle> outerKey = OpenKey(Hive::CurrentUser, "K");
+  Machine::Current().SetClock(100);
+  {
+    TestMachine inner;
+    EXPECT_FALSE(OpenKey(Hive::CurrentUser, "K").has_value());
+    EXPECT_EQ(outerKey->Query("v")->data, std::string("outer\0", 6));
+    DebugOutput("inner");
+    Machine::Current().SetClock(5);
+  }
+  EXPECT_THAT(Machine::Current().DebugLines(), IsEmpty());
+  EXPECT_EQ(TickCount(), 100U);
+}
+
+TEST(Machine, AnswersDialogsFromItsScript) {
+  TestMachine test;
+  Machine& machine = Machine::Current();
+  machine.Answers().folders = {"C:\\A\\", "D:\\"};
+  machine.Answers().saveFiles = {"C:\\A\\file", "C:\\A.b\\file", "C:\\A\\file.ext"};
+  SaveQuestion question;
+  question.title = "save";
+  question.initialPath = "C:\\start";
+  question.defaultExtension = "tmu";
+  EXPECT_EQ(AskFolder(0, "C:\\s", "pick"), "C:\\A");
+  EXPECT_EQ(AskFolder(0, "C:\\s", "pick"), "D:\\");
+  EXPECT_EQ(AskFolder(0, "C:\\s", "pick"), std::nullopt);
+  EXPECT_EQ(AskSaveFile(question), "C:\\A\\file.tmu");
+  EXPECT_EQ(AskSaveFile(question), "C:\\A.b\\file.tmu");
+  EXPECT_EQ(AskSaveFile(question), "C:\\A\\file.ext");
+  EXPECT_EQ(AskSaveFile(question), std::nullopt);
+  ShowMessage("text", "title", MessageIcon::Error);
+  std::vector<std::string> shown;
+  for (const ShownDialog& dialog : machine.Shown()) {
+    shown.push_back(dialog.kind + "|" + dialog.title + "|" + dialog.text);
+  }
+  EXPECT_EQ(shown.size(), 8U);
+  EXPECT_EQ(shown.front(), "folder|pick|C:\\s");
+  EXPECT_EQ(shown[3], "save|save|C:\\start");
+  EXPECT_EQ(shown.back(), "message|title|text");
+}
+
+struct SilentHandler : WindowHandler {
+  void OnMessage(unsigned) override { ++messages; }
+  void OnShown() override { ++shown; }
+  int messages = 0;
+  int shown = 0;
+};
+
+TEST(Machine, ShowsWindowsFromOutside) {
+  TestMachine test;
+  Machine& machine = Machine::Current();
+  SilentHandler handler;
+  std::unique_ptr<HiddenWindow> window = HiddenWindow::Create(nullptr, 1, handler);
+  EXPECT_FALSE(machine.IsWindowVisible(window->Handle()));
+  EXPECT_TRUE(machine.ShowWindowFromOutside(window->Handle(), true));
+  EXPECT_TRUE(machine.IsWindowVisible(window->Handle()));
+  EXPECT_EQ(handler.shown, 1);
+  BringToForeground(window->Handle());
+  EXPECT_EQ(machine.ForegroundWindow(), window->Handle());
+  BringToForeground(77);
+  EXPECT_EQ(machine.ForegroundWindow(), window->Handle());
+  window.reset();
+  EXPECT_EQ(machine.ForegroundWindow(), 0U);
+  EXPECT_FALSE(machine.ShowWindowFromOutside(77, true));
+}
+
+TEST(Machine, EndsTheWindowsOfAThreadWithIt) {
+  TestMachine test;
+  SilentHandler handler;
+  std::unique_ptr<HiddenWindow> window;
+  std::thread([&] { window = HiddenWindow::Create(nullptr, 1, handler); }).join();
+  EXPECT_FALSE(IsLiveWindow(window->Handle()));
+  EXPECT_FALSE(PostToWindow(window->Handle(), 0xC000));
+  window.reset();
+}
+
+TEST(Machine, SearchesLibrariesInItsPath) {
+  TestMachine test;
+  fs::create_directories(Machine::Current().Root() / "drive_c" / "Tools");
+  test.Install(QM_TEST_LIBRARY, "C:\\Tools");
+  EXPECT_FALSE(LoadLibraryFromSystem(QM_TEST_LIBRARY).library);
+  Machine::Current().SetSearchPath({"C:\\absent", "C:\\tools\\"});
+  LoadResult loaded = LoadLibraryFromSystem(QM_TEST_LIBRARY);
+  ASSERT_TRUE(loaded.library);
+  EXPECT_EQ(ModulePath(loaded.library.Get()), "C:\\Tools\\" QM_TEST_LIBRARY);
+}
+
+TEST(Machine, StartsSharedObjectsInsideTheProcess) {
+  TestMachine test;
+  std::string program = test.Install(QM_TEST_IN_PROCESS, test.Folder());
+  for (const char* line : {"x refuse", "x throw"}) {
+    EXPECT_FALSE(StartProgram({program, line, "", ShowMode::Normal}).has_value()) << line;
+  }
+  EXPECT_THAT(Machine::Current().DebugLines(), ElementsAre("x refuse", "x throw"));
+  std::optional<Process> process = StartProgram({program, "", "", ShowMode::Normal});
+  ASSERT_TRUE(process.has_value());
+  EXPECT_EQ(Machine::Current().DebugLines().back(), program);
+  EXPECT_TRUE(process->WaitUntilIdle());
+  process->WaitUntilEndedPumpingMessages();
+  // It is a program, not a library of this one.
+  EXPECT_EQ(FindLoadedModule(QM_TEST_IN_PROCESS), nullptr);
+  // A library without a start function is no program.
+  std::string library = test.Install(QM_TEST_LIBRARY, test.Folder());
+  EXPECT_FALSE(StartProgram({library, "", "", ShowMode::Normal}).has_value());
+}
+
+// The roots that are current after each step, by their names.
+std::string AttachAndDetach(const fs::path& folder) {
+  auto moduleOf = [&](const char* root) { return (folder / root / "drive_c" / "x.dll").native(); };
+  std::string seen;
+  auto look = [&] { seen += Machine::Current().Root().filename().native() + " "; };
+  AttachToImage("/usr/lib/x.so");
+  look();
+  AttachToImage(moduleOf("one"));
+  AttachToImage(moduleOf("one"));
+  AttachToImage(moduleOf("two"));
+  look();
+  DetachFromImage(moduleOf("two"));
+  DetachFromImage(moduleOf("one"));
+  AttachToImage(moduleOf("two"));
+  look();
+  DetachFromImage(moduleOf("one"));
+  look();
+  AttachToImage(moduleOf("two"));
+  look();
+  return seen;
+}
+
+// In a process of its own, for the attached image stays.
+TEST(AttachToImageDeathTest, MakesTheFirstImageCurrentUntilItsModulesAreGone) {
+  fs::path folder;
+  {
+    TestMachine test;
+    folder = Machine::Current().Root();
+  }
+  fs::create_directories(folder / "one" / "drive_c");
+  fs::create_directories(folder / "two" / "drive_c");
+  EXPECT_EXIT(
+      {
+        std::cerr << AttachAndDetach(folder);
+        std::_Exit(0);
+      },
+      testing::ExitedWithCode(0), "machine one one one two");
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace quillmar::platform
