@@ -114,6 +114,7 @@ class HostTest : public testing::Test {
 
 TEST_F(HostTest, FirstRunWritesThePartAndReportsIt) {
   const std::string id = NewProtocol("GEAR1");
+  ProtocolRecord::Open(store, id)->SetVersion(1, 0);
   EXPECT_EQ(Show(id), 1);
   EXPECT_EQ(window.Reports(), 1);
   EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_NEW_PART);
@@ -186,15 +187,15 @@ TEST_F(HostTest, OrderedRecalculationOfADrawnPart) {
 }
 
 TEST_F(HostTest, OrdersAreTakenOnceByWhatTheyAreFor) {
+  const std::string ids[] = {NewProtocol("GEAR1"), NewProtocol("GEAR1"), NewProtocol("GEAR1")};
   Order(1, {{"d_1", "55"}}, "SHAFT");
-  Order(2, {{"m", "4"}}, "gear1");
-  Order(3, {{"m", "5"}}, "");
-  const std::string first = NewProtocol("GEAR1");
-  const std::string second = NewProtocol("GEAR1");
-  Show(first);
-  EXPECT_EQ(Parameter(first, "m"), "4 mm");
-  Show(second);
-  EXPECT_EQ(Parameter(second, "m"), "5 mm");
+  Order(2, {{"m", "6"}}, "", ids[1]);
+  Order(3, {{"m", "4"}}, "gear1");
+  Order(4, {{"m", "5"}});
+  for (const std::string& id : ids) Show(id);
+  EXPECT_EQ(Parameter(ids[0], "m"), "4 mm");
+  EXPECT_EQ(Parameter(ids[1], "m"), "6 mm");
+  EXPECT_EQ(Parameter(ids[2], "m"), "5 mm");
   EXPECT_EQ(Answer(1, "Result"), "");
 }
 
@@ -252,10 +253,13 @@ TEST_F(HostTest, ValuesThatTheCadChangedAreInputs) {
   record->PutParameter({"d_2", "60", "mm"});
   record->PutParameter({"VXP_PP_Mass", "9", "ND"});
   record->PutParameter({"Colour", "blue", ""});
+  const std::string longText(3000, 'x');
+  record->PutParameter({"Note", longText, "ND"});
   record->Close();
   Number(QM_HOST_RUN_COMMAND, {id});
   EXPECT_EQ(Parameter(id, "dMax"), "60 mm");
   EXPECT_EQ(Parameter(id, "Colour"), "blue ");
+  EXPECT_EQ(Parameter(id, "Note"), longText + " ND");
   EXPECT_EQ(Parameter(id, "VXP_PP_Mass"), "9 ND");
 }
 
