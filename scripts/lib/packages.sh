@@ -7,7 +7,6 @@ windows_packages=(g++ cmake ninja-build g++-mingw-w64-i686-posix nlohmann-json3-
   googletest libgtest-dev libgmock-dev)
 isolated_wine_packages=(mmdebstrap arch-test bubblewrap uidmap debian-archive-keyring)
 sqlite_source_packages=(dpkg-dev tcl make gcc)
-display_packages=(xvfb)
 
 # Prints those of the named packages that are not installed. One dpkg-query answers in a few hundredths
 # of a second, so no record of an earlier answer is kept that could go stale.
@@ -44,7 +43,7 @@ need_packages() {
   # An update that fails for one foreign source must not stop the install from the others.
   "${become[@]}" apt-get update -q >&2 || say "apt-get update reported a problem; trying to install all the same"
   "${become[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -q --no-install-recommends "${missing[@]}" >&2 || {
+    apt-get install -y -q --no-install-recommends -o DPkg::Lock::Timeout=300 "${missing[@]}" >&2 || {
     say "The packages could not be installed. The command was:"
     say "    apt-get install --no-install-recommends ${missing[*]}"
     return 1
