@@ -13,6 +13,11 @@ Notifications& Notifications::Instance() {
   return notifications;
 }
 
+Notifications::Notifications() {
+  // Makes the platform's timers before this object, so that they outlive it at unload.
+  platform::StopTimer(0);
+}
+
 Notifications::~Notifications() {
   // The timer would call code that is being unloaded.
   if (timer != 0) platform::StopTimer(timer);

@@ -22,6 +22,8 @@ class Notifications {
  public:
   static Notifications& Instance();
   ~Notifications();
+  Notifications(const Notifications&) = delete;
+  Notifications& operator=(const Notifications&) = delete;
 
   int Subscribe(TessioReceiver receiver, void* context);
   bool Unsubscribe(int subscription);
@@ -32,6 +34,8 @@ class Notifications {
   void DeliverLater(Notification notification);
 
  private:
+  Notifications();
+
   struct Subscription {
     int number;
     TessioReceiver receiver;

@@ -108,10 +108,9 @@ void SendToPeers(const Notification& notification, bool isModal) {
 
 bool IsPeerRunning(const std::string& program) {
   for (const HWND peer : PeersOfOthers()) {
+    // Of another process's window the system itself knows the title, whatever that process does.
     char title[MAX_PATH] = "";
-    // The title of another process's window is to be had by a message only.
-    SendMessageTimeoutA(peer, WM_GETTEXT, sizeof title, reinterpret_cast<LPARAM>(title),
-                        SMTO_ABORTIFHUNG, kAnswerTime, nullptr);
+    GetWindowTextA(peer, title, sizeof title);
     if (platform::EqualsNoCase(title, program)) return true;
   }
   return false;

@@ -27,6 +27,7 @@ TEST_F(PeersTest, AProtocolThatTheReceiverHasOpenIsReadAgain) {
   ASSERT_EQ(peer.Ask("open\tP1"), "1");
   ASSERT_EQ(peer.Ask("put\tP1\tTessioCallParam\tUnit\tmm"), "1");
   ASSERT_EQ(peer.Ask("post\t4101\t0\tP1"), "1");
+  ASSERT_EQ(peer.Ask("wait"), "4101 0 P1;");  // a sender receives too
   ASSERT_TRUE(suite.Open("P1"));
   ASSERT_EQ(suite.Get("P1", "TessioCallParam", "Unit"), "mm");
   ASSERT_TRUE(suite.Put("P1", "TessioCallParam", "MeasuredValue", "12.5"));
