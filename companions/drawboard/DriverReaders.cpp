@@ -32,6 +32,9 @@ const BoardObject& RequireAssembly() {
   return *assembly;
 }
 
+// An object that others are parts of: only that one answers which of them are shown.
+bool HasParts(const BoardObject& object) { return object.kind == Kind::Assembly; }
+
 // An object that can be shown and hidden.
 bool StandsInModel(const BoardObject& object) { return !object.file.empty(); }
 
@@ -120,10 +123,11 @@ int GetReferenceDims(const char* key, char* text, int* size) {
 
 int GetPartsVisibility(const char* key, char* text, int* size) {
   ListBuffer answer(text, size);
-  TheBoard().Require(TextOf(key));
   NamedTexts states;
-  for (const BoardObject& object : TheBoard().Current().objects) {
-    if (StandsInModel(object)) states.push_back({object.name, object.visible ? "1" : "0"});
+  if (HasParts(TheBoard().Require(TextOf(key)))) {
+    for (const BoardObject& object : TheBoard().Current().objects) {
+      if (StandsInModel(object)) states.push_back({object.name, object.visible ? "1" : "0"});
+    }
   }
   return answer.Give(FormatList(states));
 }

@@ -60,7 +60,7 @@ class Numbers {
 
 // Mass of a unit of volume, in the document's units.
 double DensityOf(const Numbers& numbers, Unit unit) {
-  const double metric = numbers.Or("rho", kSteelDensity) / kCubicMillimetresPerMetre;
+  const double metric = numbers.Or("ro", kSteelDensity) / kCubicMillimetresPerMetre;
   if (unit == Unit::Millimetre) return metric;
   return metric * std::pow(kMillimetresPerInch, 3) / kKilogramsPerPound;
 }

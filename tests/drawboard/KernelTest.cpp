@@ -39,7 +39,7 @@ TEST_F(CadAddin, AWheelWeighsAsItsReferenceCylinderLessTheBore) {
 }
 
 TEST_F(CadAddin, AShaftWeighsAsItsSteps) {
-  ASSERT_EQ(cad.InsertShaft("P1", "", "*view*,M,D_1,40,L_1,50,D_2,20,L_2,30,rho,2700",
+  ASSERT_EQ(cad.InsertShaft("P1", "", "*view*,M,D_1,40,L_1,50,D_2,20,L_2,30,ro,2700",
                             Reference("P1").c_str(), "", "", nullptr, 0),
             1);
   const Properties p = Ask(cad, "P1");
@@ -106,7 +106,7 @@ TEST_F(CadAddin, BodiesThatCannotBeHaveNoMass) {
 }
 
 TEST_F(CadAddin, PropertiesAsAListHaveTheirTwelveNamesInOrder) {
-  ASSERT_EQ(InsertWheel("P1", "", "*view*,M,d,2,b,1,rho,1e9"), 1);
+  ASSERT_EQ(InsertWheel("P1", "", "*view*,M,d,2,b,1,ro,1e9"), 1);
   EXPECT_EQ(Read([&](char* t, int* s) { return cad.GetPhysicalPropertiesEx("P1", t, s); }),
             "CenterOfMassX,0.5,CenterOfMassY,0,CenterOfMassZ,0,Volume,3.1415927,Area,12.566371,"
             "Mass,3.1415927,MomXX,1.5707963,MomYY,1.0471976,MomZZ,1.0471976,MomXY,0,MomXZ,0,"

@@ -65,6 +65,8 @@ TEST_F(CadAddin, EveryListReaderFollowsTheTwoStepRule) {
       {"GetDataWD", [&](char* t, int* s) { return cad.GetDataWD(t, s, data); }, "d,100,b,20"},
   };
   for (const NamedReader& reader : readers) CheckTwoSteps(reader);
+  EXPECT_EQ(Read([&](char* t, int* s) { return cad.GetPartsVisibility("P1", t, s); }), "")
+      << "a part has no parts of its own";
   EXPECT_STREQ(identifier, "A1");
   EXPECT_STREQ(data, "Wheel");
 }

@@ -73,7 +73,7 @@ std::string ObjectText(const DocumentJson& object, const std::string& unit, bool
   line("given as", Text(object, "filePath"));
   line("model", Text(object, "modelPath"));
   line("protocol", Text(object, "protocolId"));
-  line("updates", std::to_string(object["changes"].get<int>()));
+  line("changes", std::to_string(object["changes"].get<int>()));
   line("body", PropertyLine(object, unit));
   text += Columns(ParameterCells(object), indent + "  ", width);
   return text;
