@@ -1,9 +1,11 @@
 // The library entry point of the native target: what the loader runs when the module is loaded
-// and unloaded.
+// and unloaded. Constructors run in the order in which the linker met them, and this one needs all
+// others behind it: the build links this file as the last one.
 #include "platform/EntryPoint.h"
 
 #include <cstdlib>
 
+#include "platform/native/AttachRefused.h"
 #include "platform/native/Machine.h"
 #include "platform/native/Modules.h"
 
@@ -54,6 +56,8 @@ __attribute__((destructor)) void OnUnload() { Detach(false); }
 
 }  // namespace
 
-// The loader takes no answer from a library; who loads it asks here whether the load was refused.
-QM_EXTERN_C QM_EXPORT int QmAttachRefused(void);
-int QmAttachRefused(void) { return attached ? 0 : 1; }
+namespace quillmar::platform {
+
+bool AttachRefused() { return !attached; }
+
+}  // namespace quillmar::platform

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/System.h"
+#include "platform/native/AttachRefused.h"
 #include "platform/native/MachineState.h"
 #include "platform/native/Modules.h"
 

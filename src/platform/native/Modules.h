@@ -18,8 +18,4 @@ QmModule ModuleAt(const void* address);
 // Host path of a module's file; empty when unknown. Null means the program itself.
 std::filesystem::path HostPathOf(QmModule module);
 
-// Name of a function that a library exports when it can refuse to be loaded: int (*)(), nonzero
-// when its entry point refused.
-inline constexpr const char* kAttachRefused = "QmAttachRefused";
-
 }  // namespace quillmar::platform

@@ -225,7 +225,7 @@ TEST_F(RegistryFile, SurvivesWritersThatAreKilled) {
     if (child != 0) return child;
     Machine own(Machine::Current().Root());
     MachineScope scope(own);
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 60; ++i) {
       CreateKey(Hive::CurrentUser, "K")->Set(name + std::to_string(i), RegistryType::Text, "x");
     }
     _exit(0);
@@ -237,9 +237,9 @@ TEST_F(RegistryFile, SurvivesWritersThatAreKilled) {
   waitpid(killed, nullptr, 0);
   waitpid(whole, nullptr, 0);
   EXPECT_THAT(Machine::Current().DebugLines(), testing::IsEmpty());
-  for (int i = 0; i < 200; ++i) EXPECT_EQ(Query("a" + std::to_string(i)), "1:x\0"s);
+  for (int i = 0; i < 60; ++i) EXPECT_EQ(Query("a" + std::to_string(i)), "1:x\0"s);
   bool missing = false;
-  for (int i = 0; i < 200; ++i) {
+  for (int i = 0; i < 60; ++i) {
     bool found = Query("b" + std::to_string(i)) != "-";
     EXPECT_FALSE(found && missing) << "lost before " << i;
     missing = missing || !found;
