@@ -4,6 +4,7 @@
 
 #include "base/RegistryKey.h"
 #include "platform/Dialogs.h"
+#include "platform/Modules.h"
 #include "platform/Profile.h"
 #include "platform/System.h"
 
@@ -102,6 +103,7 @@ void QuillmarApp::CreateWindows() {
 void QuillmarApp::ShutDown() {
   callbackWindow.Destroy();
   helperWindow.Destroy();
+  ForgetUnloadedAddIn();
   if (!session.loggedOut) login.EndHost();
   host.Detach();
   converter.reset();
@@ -110,6 +112,11 @@ void QuillmarApp::ShutDown() {
   bolted.Unbind();
   ipc.Unbind();
   activator.Unbind();
+}
+
+// The CAD may unload its add-in before this library; nothing of it may be called then.
+void QuillmarApp::ForgetUnloadedAddIn() {
+  if (platform::FindLoadedModule(session.cadModuleName) != driver.addIn) driver = {};
 }
 
 void QuillmarApp::Abandon() {

@@ -68,6 +68,7 @@ class QuillmarApp {
   void LoadTexts();
   void DetermineTitle();
   void CreateWindows();
+  void ForgetUnloadedAddIn();
   std::optional<HostSession> DescribeSession() const;
 
   // In the order in which they are built; each uses only what stands above it.
