@@ -1,7 +1,8 @@
 #include "base/Texts.h"
 
+#include <algorithm>
 #include <charconv>
-#include <cstdlib>
+#include <cmath>
 #include <limits>
 
 #include "platform/FloatingPoint.h"
@@ -32,6 +33,17 @@ bool BeginsLikeDecimal(std::string_view text) {
   return !text.empty() && (IsDigit(text.front()) || text.front() == '.');
 }
 
+// Whether a number that no double can hold is too large, else too small. Its power of ten tells:
+// the exponent, and where the first digit that counts stands before or behind the separator.
+bool IsTooLarge(std::string_view number) {
+  const auto letter = number.find_first_of("eE");
+  const std::string_view mantissa = number.substr(0, letter);
+  const auto firstDigit = static_cast<long long>(mantissa.find_first_of("123456789"));
+  const auto separator = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
+  const int exponent = letter == std::string_view::npos ? 0 : ParseInt(number.substr(letter + 1));
+  return exponent + separator - firstDigit > 0;
+}
+
 }  // namespace
 
 std::string FormatNumber(double value) {
@@ -48,9 +60,9 @@ double ParseReal(std::string_view text) {
   double value = 0.0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
-    // Too large or too small to be told apart by the conversion: the C library tells which, and a
-    // text that long has no decimal separator worth a locale.
-    return std::strtod(std::string(number).c_str(), nullptr);
+    const auto length = static_cast<std::size_t>(result.ptr - number.data());
+    const double limit = IsTooLarge(number.substr(0, length)) ? HUGE_VAL : 0.0;
+    return std::copysign(limit, number.front() == '-' ? -1.0 : 1.0);
   }
   return result.ec == std::errc() ? value : 0.0;
 }
