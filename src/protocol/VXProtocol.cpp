@@ -109,7 +109,13 @@ VXProtocol::VXProtocol(const ProtocolContext& owner, const std::string& id) : co
   Open(id);
 }
 
-VXProtocol::~VXProtocol() { Close(); }
+VXProtocol::~VXProtocol() {
+  try {
+    Close();
+  } catch (...) {
+    // Without memory for a report the host's process must still go on.
+  }
+}
 
 template <class... Out>
 bool VXProtocol::CheckReady(Out&... outputs) {
