@@ -41,6 +41,7 @@ bool ProtocolLibraries::LoadStorage(const std::string& suiteFolder, const std::s
   BindFunction(storage.name, storageLibrary.module, #name);
   QM_STORAGE_FUNCTIONS(QM_BIND)
 #undef QM_BIND
+  BindFunction(storage.Com_GetOwnerHWND, storageLibrary.module, QM_OWNER_WINDOW_QUERY);
   return true;
 }
 
