@@ -81,14 +81,14 @@ void CallbackDispatcher::DrawFromReference(const std::string& protocolId) {
   services.host.CallInt(QM_HOST_DRAWN, {resolved ? protocolId : std::string()});
 }
 
-bool CallbackDispatcher::HandleReference(const std::string& reference) {
+void CallbackDispatcher::HandleReference(const std::string& reference) {
   VXProtocol protocol(services.protocols);
-  const bool opened = protocol.OpenFromReference(reference, false, Markers::Standard) != 0;
-  if (!opened) services.host.CallInt(QM_HOST_DRAWN, {std::string()});
+  if (protocol.OpenFromReference(reference, false, Markers::Standard) == 0) {
+    services.host.CallInt(QM_HOST_DRAWN, {std::string()});
+  }
   ConvertProtocol(services.session, services.converter.get(), protocol, 0);
   RefreshBomData(protocol);
   protocol.SetDrawn(!services.session.groupManager);
-  return opened;
 }
 
 void CallbackDispatcher::Perform(int code, const std::string& protocolId, bool letMeKnow) {

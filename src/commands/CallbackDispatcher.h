@@ -32,7 +32,7 @@ class CallbackDispatcher {
   FirstLook LookAt(const std::string& protocolId);
   void InsertBoltedConnection(const std::string& protocolId);
   void DrawFromReference(const std::string& protocolId);
-  bool HandleReference(const std::string& reference);
+  void HandleReference(const std::string& reference);
   void Perform(int code, const std::string& protocolId, bool letMeKnow);
   std::unique_ptr<VXPart> PartFor(VXProtocol& protocol);
   void ReconnectWizardProtocol(VXProtocol& protocol);
