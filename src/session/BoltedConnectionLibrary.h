@@ -15,8 +15,6 @@ class BoltedConnectionLibrary {
   // For a process that is ending: forgets the library without freeing it.
   void Abandon() { library.Release(); }
 
-  bool CanInsert() const { return insert != nullptr; }
-  bool CanEditAgain() const { return editAgain != nullptr; }
   // 0 when the function is missing.
   int InsertBoltedConnection(const std::string& protocolId) const;
   int EditBoltedConnection2(const std::string& protocolId, int first, int second) const;
