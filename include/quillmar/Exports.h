@@ -2,8 +2,8 @@
  *
  * Export names are undecorated. All use the C calling convention, ObtainProtocol the standard
  * one. Nothing is thrown; bad arguments give the failure result. A null text counts as an empty
- * one; a null output pointer is skipped. Every export expects a completed LoginCad, unless stated
- * otherwise, and returns its failure result before it.
+ * one; a null output pointer is skipped. Every export expects a completed LoginCad; before it there
+ * is no CAD driver, and what needs the driver fails.
  */
 #ifndef QUILLMAR_EXPORTS_H
 #define QUILLMAR_EXPORTS_H

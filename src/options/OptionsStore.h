@@ -1,6 +1,6 @@
 // The user's options of the calling application: read from the registry, user's hive first, and
-// kept in memory until they are read again. One object for the life of the module; SetApplication
-// replaces its contents.
+// kept in memory until they are read again. One object for the life of the module; Replace puts
+// another application's options into it.
 #pragma once
 
 #include <array>
