@@ -1,6 +1,7 @@
 #include "app/QuillmarApp.h"
 
 #include <cstdio>
+#include <exception>
 
 #include "base/RegistryKey.h"
 #include "platform/Dialogs.h"
@@ -166,13 +167,18 @@ void QuillmarApp::SelfHidingWindow::OnMessage(unsigned message) {
   if (message == app.hideMessage && window) window->Show(false);
 }
 
+// What the message asks for must not throw into the loop of the CAD.
 void QuillmarApp::CallbackWindow::OnMessage(unsigned message) {
-  if (message == app.callbackMessage) {
-    app.dispatcher.OnCallback();
-  } else if (message == app.callFunctionMessage) {
-    app.queue.Run();
-  } else {
-    SelfHidingWindow::OnMessage(message);
+  try {
+    if (message == app.callbackMessage) {
+      app.dispatcher.OnCallback();
+    } else if (message == app.callFunctionMessage) {
+      app.queue.Run();
+    } else {
+      SelfHidingWindow::OnMessage(message);
+    }
+  } catch (const std::exception& error) {
+    app.errors.ReportError(std::string("Window message: ") + error.what(), QM_HERE);
   }
 }
 
