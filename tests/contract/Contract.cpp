@@ -19,6 +19,8 @@ Contract::Contract() {
 }
 
 Contract::~Contract() {
+  // Before the add-ins go: a session that is still active is ended with their help.
+  UnloadModule();
   if (host.IsAttached() && HostSide::Runs()) {
     EXPECT_EQ(host.Violations(), "");
   }

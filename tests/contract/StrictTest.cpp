@@ -1,5 +1,8 @@
 // What only the strict companions tell: calls of the inter-process library, the start-up program,
 // protocols that stay open.
+#include <chrono>
+#include <thread>
+
 #include "Calculation.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
@@ -7,6 +10,8 @@
 
 namespace quillmar::contract {
 namespace {
+
+using namespace std::chrono_literals;
 
 class InterProcess : public Contract {
  protected:
@@ -22,9 +27,29 @@ TEST_F(InterProcess, TheLoginIsOneCall) {
   EXPECT_THAT(logins[0].arguments, ElementsAre("1", "pointer", "Quillmar.dll", "0", "out"));
 }
 
-struct ExitSetting {
+// A number under the user's key and one under the machine's; either may be missing.
+struct Setting {
   std::optional<std::uint32_t> user;
   std::optional<std::uint32_t> machine;
+
+  void Write(const std::string& key, const char* name) const {
+    RemoveValue(Hive::CurrentUser, key, name);
+    RemoveValue(Hive::LocalMachine, key, name);
+    if (user) SetNumber(Hive::CurrentUser, key, name, *user);
+    if (machine) SetNumber(Hive::LocalMachine, key, name, *machine);
+  }
+};
+
+// Names a test by its setting.
+std::string NameOf(const Setting& setting) {
+  const auto shown = [](const std::optional<std::uint32_t>& number) {
+    return number ? std::to_string(*number) : std::string("None");
+  };
+  return "User" + shown(setting.user) + "Machine" + shown(setting.machine);
+}
+
+struct ExitSetting {
+  Setting setting;
   const char* sent;
 };
 
@@ -43,19 +68,17 @@ class Logout : public Calculation, public testing::WithParamInterface<ExitSettin
 };
 
 TEST_P(Logout, SendsTheHostItsExitRequest) {
-  const std::string key = kModuleKey + "\\Quillmar";
-  RemoveValue(Hive::LocalMachine, key, "EndUTOnExit");
-  if (GetParam().user) SetNumber(Hive::CurrentUser, key, "EndUTOnExit", *GetParam().user);
-  if (GetParam().machine) SetNumber(Hive::LocalMachine, key, "EndUTOnExit", *GetParam().machine);
+  GetParam().setting.Write(kModuleKey + "\\Quillmar", "EndUTOnExit");
   EXPECT_EQ(module.LogoutCad(), 1);
   ExpectExitRequest(GetParam().sent);
 }
 
 INSTANTIATE_TEST_SUITE_P(ByHive, Logout,
-                         testing::Values(ExitSetting{1, {}, "1"}, ExitSetting{0, 1, "1"},
-                                         ExitSetting{{}, 1, "1"}, ExitSetting{{}, {}, "0"},
-                                         ExitSetting{0, 0, "0"}, ExitSetting{0x10000, {}, "0"},
-                                         ExitSetting{0x10002, {}, "1"}));
+                         testing::Values(ExitSetting{{1, {}}, "1"}, ExitSetting{{0, 1}, "1"},
+                                         ExitSetting{{{}, 1}, "1"}, ExitSetting{{{}, {}}, "0"},
+                                         ExitSetting{{0, 0}, "0"}, ExitSetting{{0x10000, {}}, "0"},
+                                         ExitSetting{{0x10002, {}}, "1"}),
+                         [](const auto& info) { return NameOf(info.param.setting); });
 
 class Ending : public Logout {};
 
@@ -99,32 +122,42 @@ TEST_F(InterProcess, ACalculationStartsTheHost) {
 }
 
 struct ProgramSetting {
-  std::optional<std::uint32_t> user;
-  std::optional<std::uint32_t> machine;
+  Setting setting;
   bool started;
 };
 
-class StartUpProgram : public Contract, public testing::WithParamInterface<ProgramSetting> {};
+class StartUpProgram : public Contract, public testing::WithParamInterface<ProgramSetting> {
+ protected:
+  // The program leaves a trace in its working folder, which must be its own. Its end is waited for
+  // only where the system can tell that it is idle.
+  static bool LeavesATraceWithin(std::chrono::milliseconds limit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!platform::FileExists(kTrace) && std::chrono::steady_clock::now() < end) {
+      std::this_thread::sleep_for(20ms);
+    }
+    return platform::RemoveFile(kTrace);
+  }
+
+  static inline const std::string kTrace = kSuiteFolder + "\\Salvora\\started.txt";
+};
 
 TEST_P(StartUpProgram, RunsUnlessItIsSuppressed) {
-  const std::string key = kModuleKey + "\\Salvora";
-  const std::string trace = kSuiteFolder + "\\Salvora\\started.txt";
-  RemoveValue(Hive::CurrentUser, key, "SALVORA");
-  if (GetParam().user) SetNumber(Hive::CurrentUser, key, "SALVORA", *GetParam().user);
-  if (GetParam().machine) SetNumber(Hive::LocalMachine, key, "SALVORA", *GetParam().machine);
+  GetParam().setting.Write(kModuleKey + "\\Salvora", "SALVORA");
   ASSERT_TRUE(LoadModule());
   LoadCad();
   ASSERT_EQ(Login(), 1);
-  EXPECT_EQ(platform::FileExists(trace), GetParam().started) << "it writes into its own folder";
-  platform::RemoveFile(trace);
+  EXPECT_EQ(LeavesATraceWithin(GetParam().started ? 10s : 300ms), GetParam().started);
   ASSERT_EQ(Login(), 1);
-  EXPECT_FALSE(platform::FileExists(trace)) << "a second login shows nothing";
+  EXPECT_FALSE(LeavesATraceWithin(300ms)) << "a second login shows nothing";
 }
 
 INSTANTIATE_TEST_SUITE_P(ByHive, StartUpProgram,
-                         testing::Values(ProgramSetting{{}, {}, true}, ProgramSetting{1, {}, false},
-                                         ProgramSetting{{}, 1, false}, ProgramSetting{0, 1, true},
-                                         ProgramSetting{2, 1, true}));
+                         testing::Values(ProgramSetting{{{}, {}}, true},
+                                         ProgramSetting{{1, {}}, false},
+                                         ProgramSetting{{{}, 1}, false},
+                                         ProgramSetting{{0, 1}, true},
+                                         ProgramSetting{{2, 1}, true}),
+                         [](const auto& info) { return NameOf(info.param.setting); });
 
 class Keeping : public Calculation {};
 
