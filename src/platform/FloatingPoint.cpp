@@ -7,8 +7,8 @@
 namespace quillmar::platform {
 namespace {
 
-constexpr unsigned kSseStandard = 0x1F80;            // all masked, round to nearest
-constexpr unsigned short kX87Standard = 0x037F;      // the same, 64-bit mantissa
+constexpr unsigned kSseStandard = 0x1F80;        // all masked, round to nearest
+constexpr unsigned short kX87Standard = 0x037F;  // the same, 64-bit mantissa
 
 unsigned short X87ControlWord() {
   unsigned short word = 0;

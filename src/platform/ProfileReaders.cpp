@@ -23,8 +23,7 @@ int NumberOf(const char* text) {
 }  // namespace
 
 std::string ReadProfileText(const std::string& file, const std::string& section,
-                            const std::string& key, const std::string& fallback,
-                            std::size_t size) {
+                            const std::string& key, const std::string& fallback, std::size_t size) {
   std::vector<char> buffer(size + 1);
   GetProfileText(file, section.c_str(), key.c_str(), fallback.c_str(), buffer.data(), size);
   return buffer.data();

@@ -20,8 +20,8 @@ enum class RegistryType : std::uint32_t {
   Dword = 4
 };
 
-// One value as stored: its bytes are not interpreted and carry a terminating NUL only when the
-// writer stored one.
+// One value as stored. Its bytes are not interpreted, but a text that was stored without a NUL at
+// its end has been given one, as the system does. Texts from elsewhere may lack it.
 struct RegistryValue {
   RegistryType type = RegistryType::None;
   std::string data;

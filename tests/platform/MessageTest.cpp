@@ -128,9 +128,9 @@ TEST_F(Messages, AreReceivedFromOtherThreads) {
 TEST_F(Messages, TimersFireOnceBehindPostedMessages) {
   std::vector<std::string> order;
   std::uintptr_t told = 0;
-  handler.onMessage = [&] { order.push_back("message"); };
+  handler.onMessage = [&] { order.emplace_back("message"); };
   std::uintptr_t timer = StartTimer(20ms, [&](std::uintptr_t id) {
-    order.push_back("timer");
+    order.emplace_back("timer");
     told = id;
   });
   EXPECT_NE(timer, 0U);

@@ -28,7 +28,8 @@ bool IsClassId(const std::string& text) {
   constexpr std::string_view digits = "0123456789ABCDEFabcdef";
   if (text.size() != form.size()) return false;
   for (std::size_t i = 0; i < form.size(); ++i) {
-    bool fits = form[i] == 'x' ? digits.find(text[i]) != std::string_view::npos : text[i] == form[i];
+    bool fits =
+        form[i] == 'x' ? digits.find(text[i]) != std::string_view::npos : text[i] == form[i];
     if (!fits) return false;
   }
   return true;
@@ -37,10 +38,10 @@ bool IsClassId(const std::string& text) {
 // The system's truth value in automation is -1.
 std::optional<int> NumberOf(const AutomationValue& value) {
   if (std::holds_alternative<std::monostate>(value)) return 0;
-  if (const int* number = std::get_if<int>(&value)) return *number;
-  if (const std::int16_t* number = std::get_if<std::int16_t>(&value)) return *number;
-  if (const bool* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
-  const std::string& text = std::get<std::string>(value);
+  if (const auto* number = std::get_if<int>(&value)) return *number;
+  if (const auto* number = std::get_if<std::int16_t>(&value)) return *number;
+  if (const auto* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
+  const auto& text = std::get<std::string>(value);
   int number = 0;
   auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   bool whole = error == std::errc() && end == text.data() + text.size();
@@ -48,7 +49,7 @@ std::optional<int> NumberOf(const AutomationValue& value) {
 }
 
 std::string TextOf(const AutomationValue& value) {
-  if (const std::string* text = std::get_if<std::string>(&value)) return *text;
+  if (const auto* text = std::get_if<std::string>(&value)) return *text;
   if (std::holds_alternative<std::monostate>(value)) return {};
   return std::to_string(NumberOf(value).value_or(0));
 }

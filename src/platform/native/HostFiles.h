@@ -38,9 +38,10 @@ struct FileContents {
 // says so.
 std::optional<FileContents> ReadFile(const std::filesystem::path& path);
 
-// Puts a new file in the place of the old one. When the process is killed at any moment there is the
-// old or the new one, whole, and after true the new one; when the power fails, one of them, for the
-// new one is flushed before it takes the place. A file without write permission is not replaced.
+// Puts a new file in the place of the old one. When the process is killed at any moment there is
+// the old or the new one, whole, and after true the new one; when the power fails, one of them, for
+// the new one is flushed before it takes the place. A file without write permission is not
+// replaced.
 bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 
 // Keeps other processes and threads from replacing files of a folder that read them before under

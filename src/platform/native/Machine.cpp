@@ -53,10 +53,10 @@ Machine::State::State(const std::filesystem::path& root)
     debugLines.push_back(line);
   };
   std::filesystem::path folder = paths.Root() / kRegistryFolder;
-  currentUser = std::make_shared<HiveStore>(folder / "HKEY_CURRENT_USER.reg",
-                                            u"HKEY_CURRENT_USER", report);
-  localMachine = std::make_shared<HiveStore>(folder / "HKEY_LOCAL_MACHINE.reg",
-                                             u"HKEY_LOCAL_MACHINE", report);
+  currentUser =
+      std::make_shared<HiveStore>(folder / "HKEY_CURRENT_USER.reg", u"HKEY_CURRENT_USER", report);
+  localMachine =
+      std::make_shared<HiveStore>(folder / "HKEY_LOCAL_MACHINE.reg", u"HKEY_LOCAL_MACHINE", report);
 }
 
 std::uint32_t Machine::State::ReadClock() {
@@ -67,7 +67,7 @@ std::uint32_t Machine::State::ReadClock() {
       std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
-Machine::Machine(std::filesystem::path root) : state(std::make_unique<State>(root)) {}
+Machine::Machine(const std::filesystem::path& root) : state(std::make_unique<State>(root)) {}
 
 Machine::~Machine() {
   Machine* self = this;
@@ -121,9 +121,7 @@ void Machine::RegisterActiveObject(const std::string& classId,
   state->automation.Register(classId, std::move(server));
 }
 
-void Machine::RevokeActiveObject(const std::string& classId) {
-  state->automation.Revoke(classId);
-}
+void Machine::RevokeActiveObject(const std::string& classId) { state->automation.Revoke(classId); }
 
 void Machine::EndServer(const std::string& classId) { state->automation.End(classId); }
 

@@ -43,7 +43,7 @@ class AutomationServer {
 class Machine {
  public:
   // `root` holds drive_c, drive_d ... and registry/.
-  explicit Machine(std::filesystem::path root);
+  explicit Machine(const std::filesystem::path& root);
   ~Machine();
   Machine(const Machine&) = delete;
   Machine& operator=(const Machine&) = delete;

@@ -54,7 +54,8 @@ void BringToForeground(QmWindow window) { Windows().BringToForeground(window); }
 std::uintptr_t StartTimer(std::chrono::milliseconds delay,
                           std::function<void(std::uintptr_t)> expired) {
   if (!expired) return 0;
-  TimerClock::time_point due = TimerClock::now() + std::max<std::chrono::milliseconds>(delay, kShortestTimer);
+  TimerClock::time_point due =
+      TimerClock::now() + std::max<std::chrono::milliseconds>(delay, kShortestTimer);
   return Windows().QueueOfThread()->AddTimer(due, std::move(expired));
 }
 

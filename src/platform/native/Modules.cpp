@@ -10,6 +10,7 @@
 
 #include "platform/System.h"
 #include "platform/native/AttachRefused.h"
+#include "platform/native/CodePage.h"
 #include "platform/native/MachineState.h"
 #include "platform/native/Modules.h"
 
@@ -40,6 +41,11 @@ std::string WithExtension(const std::string& name) {
   return bare ? name + kLibraryExtension : name;
 }
 
+// File name in the code page.
+std::string NameOf(const std::filesystem::path& file) {
+  return Narrow(FromUtf8(file.filename().native()));
+}
+
 // What the loader's text says in the system's error codes.
 std::uint32_t ErrorCodeOf(const char* text) {
   std::string_view reason = text != nullptr ? text : "";
@@ -58,7 +64,7 @@ std::vector<std::string> SearchFolders() {
   std::vector<std::string> folders;
   std::string application = FolderOf(ModulePath(nullptr));
   if (!application.empty()) folders.push_back(application);
-  folders.push_back(kSystemFolder);
+  folders.emplace_back(kSystemFolder);
   folders.push_back(WindowsFolder());
   std::lock_guard guard(machine.mutex);
   folders.insert(folders.end(), machine.searchPath.begin(), machine.searchPath.end());
@@ -94,9 +100,7 @@ QmModule FindLoadedModule(const std::string& name) {
   Machine& machine = Machine::Current();
   auto matches = [&](QmModule module) {
     std::filesystem::path path = HostPathOf(module);
-    std::string candidate = machine.WindowsPath(path);
-    if (!whole) candidate = path.filename().native();
-    return EqualsNoCase(candidate, wanted);
+    return EqualsNoCase(whole ? machine.WindowsPath(path) : NameOf(path), wanted);
   };
   QmModule program = ProgramModule();
   for (const link_map* entry = EntryOf(program); entry != nullptr; entry = entry->l_next) {

@@ -108,7 +108,8 @@ std::string Paths::ToWindows(const std::filesystem::path& hostPath) const {
   auto part = relative.begin();
   if (part == relative.end()) return {};
   std::string drive = part->native();
-  if (drive.size() != kDrivePrefix.size() + 1 || drive.compare(0, kDrivePrefix.size(), kDrivePrefix) != 0) {
+  if (drive.size() != kDrivePrefix.size() + 1 ||
+      drive.compare(0, kDrivePrefix.size(), kDrivePrefix) != 0) {
     return {};
   }
   std::string path = {UpperCharacter(drive.back()), ':', '\\'};

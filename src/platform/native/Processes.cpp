@@ -79,7 +79,8 @@ pid_t Spawn(const SpawnOrder& order) {
   return error == 0 ? child : 0;
 }
 
-void Watch(const SpawnOrder& order, std::promise<bool> started, std::shared_ptr<Child> child) {
+void Watch(const SpawnOrder& order, std::promise<bool> started,
+           const std::shared_ptr<Child>& child) {
   pid_t process = Spawn(order);
   started.set_value(process != 0);
   if (process == 0) return;

@@ -92,10 +92,10 @@ bool WriteProfileText(const std::string& file, const char* section, const char* 
   if (!contents) return false;
   ProfileFile profile(contents->bytes);
   std::u16string home = Widen(section);
-  std::optional<std::string> changed =
-      key == nullptr     ? profile.WithoutSection(home)
-      : value == nullptr ? profile.WithoutKey(home, Widen(key))
-                         : profile.WithValue(home, Widen(key), Widen(value));
+  std::optional<std::string> changed = key == nullptr ? profile.WithoutSection(home)
+                                       : value == nullptr
+                                           ? profile.WithoutKey(home, Widen(key))
+                                           : profile.WithValue(home, Widen(key), Widen(value));
   return !changed || ReplaceFile(path, *changed);
 }
 

@@ -37,8 +37,7 @@ class ProfileFile {
   // The file's bytes after a change; nothing when there is nothing to be changed.
   std::optional<std::string> WithValue(std::u16string_view section, std::u16string_view key,
                                        std::u16string_view value) const;
-  std::optional<std::string> WithoutKey(std::u16string_view section,
-                                        std::u16string_view key) const;
+  std::optional<std::string> WithoutKey(std::u16string_view section, std::u16string_view key) const;
   std::optional<std::string> WithoutSection(std::u16string_view section) const;
 
  private:

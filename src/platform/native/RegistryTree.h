@@ -29,8 +29,8 @@ struct StoredValue {
 // the order in which they are enumerated.
 struct RegistryNode {
   std::u16string name;
-  std::map<std::u16string, StoredValue> values;      // by folded name
-  std::map<std::u16string, RegistryNode> children;   // by folded name
+  std::map<std::u16string, StoredValue> values;     // by folded name
+  std::map<std::u16string, RegistryNode> children;  // by folded name
   // Lines of the file below this key's heading that are no values (comments, damaged lines).
   std::vector<std::u16string> otherLines;
 
