@@ -159,9 +159,7 @@ void QuillmarApp::SelfHidingWindow::Abandon() {
   if (window) window->Abandon();
 }
 
-void QuillmarApp::SelfHidingWindow::OnShown() {
-  if (!app.keepVisible) Post(app.hideMessage);
-}
+void QuillmarApp::SelfHidingWindow::OnShown() { Post(app.hideMessage); }
 
 void QuillmarApp::SelfHidingWindow::OnMessage(unsigned message) {
   if (message == app.hideMessage && window) window->Show(false);

@@ -32,9 +32,6 @@ class QuillmarApp {
   SessionLogin& Login() { return login; }
   QueuedFunctions& Queue() { return queue; }
 
-  // The show flag is set as the options of ShowToolbar want it only while it shows or hides.
-  void SetKeepVisible(bool keep) { keepVisible = keep; }
-
  private:
   // A window that hides itself whenever somebody shows it, and hands on the suite's messages.
   class SelfHidingWindow : public platform::WindowHandler {
@@ -101,7 +98,6 @@ class QuillmarApp {
   unsigned callbackMessage = 0;
   unsigned callFunctionMessage = 0;
   unsigned hideMessage = 0;
-  bool keepVisible = false;
 };
 
 }  // namespace quillmar

@@ -22,7 +22,7 @@ std::vector<std::string> SectionNames(const std::string& fileName) {
   char list[kSectionListSize] = "";
   const std::size_t length =
       platform::GetProfileText(fileName, nullptr, nullptr, "", list, sizeof list);
-  const bool cut = length + 2 >= sizeof list;
+  const bool cut = length + 2 >= sizeof list && list[length - 1] != '\0';
   std::vector<std::string> names;
   for (const char* name = list; name < list + length && *name != '\0';
        name += std::strlen(name) + 1) {

@@ -135,12 +135,17 @@ AutomationResult CalcHost::CallAttached(int method, const AutomationArguments& a
   return result;
 }
 
-AutomationResult CalcHost::Invoke(int method, const AutomationArguments& arguments,
-                                  AutomationType type) {
-  if (Connect(true) == 0) return {};
+AutomationResult CalcHost::CallAndShow(int method, const AutomationArguments& arguments,
+                                       AutomationType type) {
   AutomationResult result = CallAttached(method, arguments, type);
   if (result.status == AutomationStatus::Raised) with.showError(result.description);
   return result;
+}
+
+AutomationResult CalcHost::Invoke(int method, const AutomationArguments& arguments,
+                                  AutomationType type) {
+  if (Connect(true) == 0) return {};
+  return CallAndShow(method, arguments, type);
 }
 
 AutomationResult CalcHost::InvokeIfOffered(TextRef name, int method,
@@ -149,9 +154,7 @@ AutomationResult CalcHost::InvokeIfOffered(TextRef name, int method,
   if (Connect(true) == 0) return {};
   const auto host = dispatch;
   if (!host || !host->FindMember(name.Get())) return {};
-  AutomationResult result = CallAttached(method, arguments, type);
-  if (result.status == AutomationStatus::Raised) with.showError(result.description);
-  return result;
+  return CallAndShow(method, arguments, type);
 }
 
 int CalcHost::CallInt(int method, const AutomationArguments& arguments) {
@@ -172,12 +175,6 @@ int CalcHost::CallIntIfOffered(TextRef name, int method, const AutomationArgumen
   return IntOf(InvokeIfOffered(name, method, arguments, AutomationType::Int));
 }
 
-bool CalcHost::CallBoolIfOffered(TextRef name, int method, const AutomationArguments& arguments) {
-  const AutomationResult result = InvokeIfOffered(name, method, arguments, AutomationType::Bool);
-  const bool* value = std::get_if<bool>(&result.value);
-  return result.status == AutomationStatus::Done && value != nullptr && *value;
-}
-
 int CalcHost::ShowCalculation(const std::string& protocolId) {
   VXProtocol::CloseById(with.protocols, protocolId);
   return CallInt(QM_HOST_SHOW_CALCULATION, {protocolId});
@@ -188,7 +185,7 @@ int CalcHost::AnnounceProtocol(const std::string& protocolId) {
 }
 
 int CalcHost::SendShowFlag(int showFlag) {
-  return IntOf(CallAttached(QM_HOST_SHOW_FLAG, {showFlag}, AutomationType::Int));
+  return IntOf(CallAndShow(QM_HOST_SHOW_FLAG, {showFlag}, AutomationType::Int));
 }
 
 void CalcHost::RequestExit(bool endHost) {

@@ -60,7 +60,6 @@ class CalcHost {
   void CallNone(int method, const platform::AutomationArguments& arguments);
   // The same for methods that a host may lack: skipped when it does not know the name.
   int CallIntIfOffered(TextRef name, int method, const platform::AutomationArguments& arguments);
-  bool CallBoolIfOffered(TextRef name, int method, const platform::AutomationArguments& arguments);
 
   // Closes the protocol in the store, so that the host can open it, and shows its calculation.
   int ShowCalculation(const std::string& protocolId);
@@ -83,6 +82,9 @@ class CalcHost {
   platform::AutomationResult CallAttached(int method,
                                           const platform::AutomationArguments& arguments,
                                           platform::AutomationType type);
+  // The same, and an error that the host raises is shown.
+  platform::AutomationResult CallAndShow(int method, const platform::AutomationArguments& arguments,
+                                         platform::AutomationType type);
   void AttachToRunningHost();
   void CreateHost();
   bool WaitUntilReady();

@@ -1,20 +1,9 @@
 #include "calclink/IpcLibrary.h"
 
+#include "base/BindFunction.h"
 #include "base/CompanionLoader.h"
 
 namespace quillmar {
-namespace {
-
-// True when the module exports the function.
-template <class Function>
-bool BindFunction(Function& function, QmModule module, const char* name) {
-  function.pointer =
-      reinterpret_cast<typename Function::Pointer>(platform::FindFunction(module, name));
-  return function.pointer != nullptr;
-}
-
-}  // namespace
-
 bool IpcLibrary::Bind(const std::string& suiteFolder, const std::string& commonFolder,
                       const std::string& fileName) {
   if (library) return true;

@@ -58,7 +58,8 @@ int SessionLogin::LoginCad(const LoginRequest& request, int* status) {
   }
   services.converter = std::make_unique<ProtocolConverter>(
       session.settingsName, services.paths.ModuleFolder() + "\\ProtConv.ini", viewKeys);
-  return 1;
+  // A call from inside one of the waits may have taken the driver away again.
+  return services.driver.IsBound() ? 1 : 0;
 }
 
 void SessionLogin::StoreCaller(const LoginRequest& request) {

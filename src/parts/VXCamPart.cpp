@@ -11,7 +11,7 @@ namespace {
 constexpr double kRadiansPerDegree = 3.141592653589793 / 180.0;
 // A protocol holds at most 32767 data parameters, two for each point. A count beyond this is no
 // count of points.
-constexpr int kMaxPoints = 100000;
+constexpr int kMaxPoints = 32767 / 2;
 
 double ReadNumber(VXProtocol& protocol, const std::string& name) {
   std::string value;

@@ -85,7 +85,8 @@ std::unique_ptr<VXProtocol> VXPart::MakeView(const std::vector<std::string_view>
                                              int number, const std::string& viewName,
                                              const std::string& model) {
   auto view = std::make_unique<VXProtocol>(services.protocols);
-  view->CreateNew();
+  // A view that the store did not make cannot be inserted, which ends the views where it stands.
+  if (view->CreateNew() == 0) return view;
   view->PutBuffer(buffer);
   const std::string viewId = view->GetProtocolID();
   view->SetLinkFrom(kViewLink, protocol.GetProtocolID() + "@" + kViewLink);

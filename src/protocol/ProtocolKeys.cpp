@@ -139,8 +139,8 @@ bool VXProtocol::SetChanged(int changed) {
 }
 
 bool VXProtocol::SetDrawn(bool fromCad) {
-  if (fromCad && !PutCadx(keyword::kFromCad, "1")) return false;
-  return PutCadx(keyword::kDrawn, "1");
+  const bool originNoted = !fromCad || PutCadx(keyword::kFromCad, "1");
+  return PutCadx(keyword::kDrawn, "1") && originNoted;
 }
 
 bool VXProtocol::HasMcwData() { return GetKeyCount(section::kMcwData) != 0; }

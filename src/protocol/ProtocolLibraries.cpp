@@ -1,16 +1,11 @@
 #include "protocol/ProtocolLibraries.h"
 
+#include "base/BindFunction.h"
 #include "base/CompanionLoader.h"
 #include "platform/Dialogs.h"
 
 namespace quillmar {
 namespace {
-
-template <class Function>
-void BindFunction(Function& function, QmModule module, const char* name) {
-  function.pointer =
-      reinterpret_cast<typename Function::Pointer>(platform::FindFunction(module, name));
-}
 
 std::string StorageLoadMessage(const CompanionLoad& load, const std::string& suiteFolder) {
   return "Can't load library " QM_STORAGE_LIBRARY "\n\nGetLastError returned: " +

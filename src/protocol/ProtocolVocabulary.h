@@ -24,7 +24,6 @@ inline constexpr const char* kConfigurations = "Configurations";
 inline constexpr const char* kCalc = "Calc";
 inline constexpr const char* kMaterial = "Material";
 inline constexpr const char* kGrupova = "Grupova";
-inline constexpr const char* kTessioCallParam = "TessioCallParam";
 }  // namespace quillmar::section
 
 namespace quillmar::keyword {

@@ -186,6 +186,7 @@ bool VXProtocol::Erase() {
 }
 
 bool VXProtocol::Copy(const std::string& sourceId) {
+  keepOpen = false;
   bool copied = false;
   if (context.storage.Com_CopyProtocol) {
     IdentifierBuffer buffer(BlankIdentifier());

@@ -1,18 +1,8 @@
 #include "session/CadDriverTable.h"
 
-#include "platform/Modules.h"
+#include "base/BindFunction.h"
 
 namespace quillmar {
-namespace {
-
-template <class Function>
-void BindFunction(Function& function, QmModule module, const char* name) {
-  function.pointer =
-      reinterpret_cast<typename Function::Pointer>(platform::FindFunction(module, name));
-}
-
-}  // namespace
-
 #define QM_LOOK_UP(need, name, result, parameters, arguments) BindFunction(name, module, #name);
 #define QM_MISSING_REQUIRED(name) !name
 #define QM_MISSING_OPTIONAL(name) false

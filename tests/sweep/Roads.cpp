@@ -261,7 +261,7 @@ Step NothingReady(std::size_t more, const std::string& next) {
 Procedure Succeed() {
   Procedure steps = BringUpToDate("success");
   Append(steps, {GetKey("Cadx", "DoNotErase", "successClose"),
-                 PutKey("Cadx", "FromCad", "successClose"),
+                 PutKey("Cadx", "FromCad"),
                  PutKey("Cadx", "Drawn"),
                  Named("successClose", Silent("Com_CloseProtocol")),
                  {.label = "", .call = "", .onFailure = kEnd},
