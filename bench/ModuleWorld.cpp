@@ -33,7 +33,11 @@ ModuleWorld::ModuleWorld(const StorageTable& storageTable, const LinkTable& link
   session.modelDirName = "Bench";
 }
 
-TemporaryMachine::TemporaryMachine() : root(MakeRoot()), machine(root), scope(machine) {}
+TemporaryMachine::TemporaryMachine() : root(MakeRoot()), machine(root), scope(machine) {
+  // A set clock moves with each reading: making an identifier does not wait for the next
+  // millisecond, which would hide everything else.
+  machine.SetClock(0);
+}
 
 TemporaryMachine::~TemporaryMachine() {
   std::error_code ignored;
