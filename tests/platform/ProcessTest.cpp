@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <thread>
+
 #include "platform/Files.h"
 #include "support/TestMachine.h"
 
@@ -61,12 +64,20 @@ TEST_F(Processes, NeedAProgramAndAFolder) {
 
 TEST_F(Processes, LiveOnWithoutTheirObject) {
   ASSERT_TRUE(StartProgram({program, "x sleep 100", machine.Folder(), ShowMode::Normal}));
-  std::optional<Process> second =
-      StartProgram({program, "x sleep 500", machine.Folder(), ShowMode::Normal});
-  ASSERT_TRUE(second.has_value());
-  second->WaitUntilEndedPumpingMessages();
-  second->WaitUntilEndedPumpingMessages();
+  EXPECT_FALSE(FileExists(machine.InFolder("ended.txt")));
+  for (int i = 0; i < 1000 && !FileExists(machine.InFolder("ended.txt")); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
   EXPECT_TRUE(FileExists(machine.InFolder("ended.txt")));
+}
+
+TEST_F(Processes, CanBeWaitedForAfterTheirEnd) {
+  std::optional<Process> process =
+      StartProgram({program, "x sleep 0", machine.Folder(), ShowMode::Normal});
+  ASSERT_TRUE(process.has_value());
+  process->WaitUntilEndedPumpingMessages();
+  EXPECT_TRUE(FileExists(machine.InFolder("ended.txt")));
+  process->WaitUntilEndedPumpingMessages();
 }
 
 }  // namespace
