@@ -88,7 +88,7 @@ class TagValues {
   std::string DefaultValue(int number) const {
     std::string value;
     protocol.GetBom(number, value);
-    value = Cased(std::move(value));
+    value = Cased(value);
     protocol.PutGlobalData(Numbered("BOM", number), value);
     return value;
   }
@@ -100,10 +100,10 @@ class TagValues {
     if (text.find('%') != std::string::npos) {
       text = ExpandNameTemplate(text, protocol, services.ids);
     }
-    return Cased(std::move(text));
+    return Cased(text);
   }
 
-  std::string Cased(std::string text) const {
+  std::string Cased(const std::string& text) const {
     return services.options.UpperCase() ? platform::UpperCase(text) : text;
   }
 

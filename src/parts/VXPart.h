@@ -70,12 +70,10 @@ class VXPart {
   bool BuildParameterList(std::string& text, const std::string& group = {});
   ExtDataPairs BuildExtendedData();
 
-  VXProtocol& Protocol() { return protocol; }
-  bool IsLocal() const { return smartPart != 0; }
   const std::string& Caption() const { return caption; }
-  const std::string& FilePath() const { return filePath; }
 
  protected:
+  bool IsLocal() const { return smartPart != 0; }
   // How far the CAD object has to follow the protocol.
   enum class Change { Full = 0, ReconnectOnly = 1, Nothing = 2 };
   Change ChangeState();

@@ -225,6 +225,7 @@ TEST_F(ConversionTest, OneProtocolBecomesSeveralViews) {
     ASSERT_EQ(newProtocols.size(), 2u);
     std::string value;
     std::string unit;
+    EXPECT_TRUE(protocol.GetViewKey(value)) << "open again";
     EXPECT_TRUE(newProtocols[0]->GetViewKey(value));
     EXPECT_EQ(value, "MODELA_FP");
     EXPECT_TRUE(newProtocols[1]->GetKeyWord("Main", "View", value));

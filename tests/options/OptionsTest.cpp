@@ -192,13 +192,14 @@ TEST_F(OptionsTest, OlderProgramsGetTheirCopies) {
   FileNameSettings settings;
   settings.Load(root + "\\", machine.InFolder("missing.ini"));
   for (const auto& [type, old] : {std::pair{1u, "0"},
+                                  {32u, "1"},
                                   {2u, "0"},
+                                  {8u, "2"},
                                   {4u, "0"},
+                                  {16u, "2"},
                                   {128u, "0"},
                                   {32u, "1"},
-                                  {8u, "2"},
-                                  {16u, "2"},
-                                  {64u, "2"}}) {
+                                  {64u, "1"}}) {
     Set(Hive::CurrentUser, "OptGeneral2", "LocalFolderType", type);
     settings.ExportLegacyFileNameSettings();
     EXPECT_EQ(User("OptGeneral", "SmartDirType"), old) << type;  // 64 writes nothing

@@ -221,7 +221,7 @@ TEST_F(InsertTest, ViewWithoutAKindStopsTheViews) {
   Offer(driver, "McEnd");
   // The main protocol is a kind with a part only as long as its object is inserted.
   EXPECT_TRUE(WithPart(main, [&](VXPart& part) {
-    part.Protocol().SetTypeOfPart(11);
+    Put(main, {{"Globals", "TypeOfPart", "11"}});
     return part.Insert(InsertMode::Plain);
   }));
   EXPECT_EQ(TakeReports(), Lines{"VXPart.cpp: Cannot create part file."});
