@@ -105,8 +105,7 @@ const std::string& Board::ExtensionFor(Kind kind) const {
   return kind == Kind::Feature ? kFeatureExtension : kPartExtension;
 }
 
-void Board::Insert(BoardObject object, const std::string& givenPath,
-                   const ObjectChange& finish) {
+void Board::Insert(BoardObject object, const std::string& givenPath, const ObjectChange& finish) {
   Change([&](Document& next, FileChanges& files) {
     const std::string stem = StemOf(givenPath);
     object.name = next.FreeName(stem.empty() ? KindWord(object.kind) : stem);

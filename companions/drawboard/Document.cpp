@@ -12,9 +12,9 @@ namespace {
 
 using quillmar::platform::EqualsNoCase;
 
-constexpr const char* kKindWords[] = {"part",     "parametric part", "shaft",   "feature",
-                                      "cam",      "calculation",     "assembly", "named protocol",
-                                      "drawing",  "symbol",          "format"};
+constexpr const char* kKindWords[] = {"part",    "parametric part", "shaft",    "feature",
+                                      "cam",     "calculation",     "assembly", "named protocol",
+                                      "drawing", "symbol",          "format"};
 
 // Names travel in buffers of 1024 characters; this leaves room for a number.
 constexpr std::size_t kLongestName = 1000;
@@ -86,9 +86,8 @@ const BoardObject* Document::AssemblyObject() const {
 std::string Document::FreeName(const std::string& wish) const {
   const std::string stem = wish.substr(0, kLongestName);
   const auto taken = [&](const std::string& name) {
-    return std::any_of(objects.begin(), objects.end(), [&](const BoardObject& object) {
-      return EqualsNoCase(object.name, name);
-    });
+    return std::any_of(objects.begin(), objects.end(),
+                       [&](const BoardObject& object) { return EqualsNoCase(object.name, name); });
   };
   std::string name = stem;
   for (int number = 2; taken(name); ++number) name = stem + " (" + std::to_string(number) + ")";

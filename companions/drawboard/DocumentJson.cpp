@@ -180,10 +180,9 @@ void ReadPartData(const Json& json, const std::string& where, BoardObject& objec
   const auto profile = json.find("profile");
   if (profile == json.end()) return;
   const std::string inside = where + "profile.";
-  object.profile = Profile{ReadNumbers(*profile, "first", inside),
-                           ReadNumbers(*profile, "second", inside),
-                           ReadNumber(*profile, "baseValue", inside),
-                           ReadText(*profile, "baseUnit", inside)};
+  object.profile =
+      Profile{ReadNumbers(*profile, "first", inside), ReadNumbers(*profile, "second", inside),
+              ReadNumber(*profile, "baseValue", inside), ReadText(*profile, "baseUnit", inside)};
   if (object.profile->first.size() != object.profile->second.size()) {
     Refuse(inside + "second", "must be as long as \"first\"");
   }
@@ -242,12 +241,18 @@ PartDescription DescribePart(const BoardObject& object, Unit unit) {
 
 NamedTexts PhysicalPropertyTexts(const MassProperties& mass) {
   const std::array<std::pair<const char*, double>, 12> properties{{
-      {"CenterOfMassX", mass.centerX}, {"CenterOfMassY", mass.centerY},
-      {"CenterOfMassZ", mass.centerZ}, {"Volume", mass.volume},
-      {"Area", mass.area},             {"Mass", mass.mass},
-      {"MomXX", mass.momentXX},        {"MomYY", mass.momentYY},
-      {"MomZZ", mass.momentZZ},        {"MomXY", mass.momentXY},
-      {"MomXZ", mass.momentXZ},        {"MomYZ", mass.momentYZ},
+      {"CenterOfMassX", mass.centerX},
+      {"CenterOfMassY", mass.centerY},
+      {"CenterOfMassZ", mass.centerZ},
+      {"Volume", mass.volume},
+      {"Area", mass.area},
+      {"Mass", mass.mass},
+      {"MomXX", mass.momentXX},
+      {"MomYY", mass.momentYY},
+      {"MomZZ", mass.momentZZ},
+      {"MomXY", mass.momentXY},
+      {"MomXZ", mass.momentXZ},
+      {"MomYZ", mass.momentYZ},
   }};
   NamedTexts texts;
   for (const auto& [name, value] : properties) {
@@ -271,9 +276,8 @@ std::string DocumentToJson(const Document& document, const Kernel& kernel) {
   }
   json["exchangedFiles"] = Json::array();
   for (const ExchangedFile& file : document.exchangedFiles) {
-    json["exchangedFiles"].push_back({{"path", Text(file.path)},
-                                      {"kind", file.kind},
-                                      {"contents", Text(file.contents)}});
+    json["exchangedFiles"].push_back(
+        {{"path", Text(file.path)}, {"kind", file.kind}, {"contents", Text(file.contents)}});
   }
   return json.dump(2) + "\n";
 }
@@ -300,8 +304,7 @@ Document DocumentFromJson(const std::string& text) {
   return document;
 }
 
-std::string PartToJson(const BoardObject& object, const Document& document,
-                       const Kernel& kernel) {
+std::string PartToJson(const BoardObject& object, const Document& document, const Kernel& kernel) {
   Json json;
   json[kPartFormatKey] = kFormat;
   json["document"] = Text(document.Name());

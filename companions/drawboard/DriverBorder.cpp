@@ -26,8 +26,8 @@ int Answer(const char* function, Operation operation) {
 }
 
 namespace answered {
-#define DRAWBOARD_ANSWER(name, result, parameters, arguments) \
-  result name parameters {                                    \
+#define DRAWBOARD_ANSWER(name, result, parameters, arguments)     \
+  result name parameters {                                        \
     return Answer(#name, [&] { return driver::name arguments; }); \
   }
 #define DRAWBOARD_ANSWER_DRIVER(need, ...) DRAWBOARD_ANSWER(__VA_ARGS__)
@@ -47,8 +47,8 @@ QM_CAD_2D_FUNCTIONS(DRAWBOARD_ANSWER_DRIVER)
 QM_CAD_FUNCTIONS(DRAWBOARD_EXPORT_DRIVER)
 QM_CAD_2D_FUNCTIONS(DRAWBOARD_EXPORT_DRIVER)
 
-#define DRAWBOARD_EXPORT_EXTRA(name, result, parameters, arguments)                        \
-  QM_EXTERN_C QM_EXPORT result QM_CDECL name parameters {                                  \
-    return drawboard::Answer(#name, [&] { return drawboard::extras::name arguments; });    \
+#define DRAWBOARD_EXPORT_EXTRA(name, result, parameters, arguments)                     \
+  QM_EXTERN_C QM_EXPORT result QM_CDECL name parameters {                               \
+    return drawboard::Answer(#name, [&] { return drawboard::extras::name arguments; }); \
   }
 DRAWBOARD_FUNCTIONS(DRAWBOARD_EXPORT_EXTRA)

@@ -94,26 +94,26 @@ int Change2dPart(const char* drawingFile, const char* protocolId, const char* co
 
 int InsertSymbol(const char* drawingFile, const char* protocolId, const char* connection,
                  int metric, const char* namePrefix) {
-  return InsertOnSheet({Kind::Symbol, drawingFile, protocolId, connection,
-                        PlaceSymbol(metric, namePrefix, 1)});
+  return InsertOnSheet(
+      {Kind::Symbol, drawingFile, protocolId, connection, PlaceSymbol(metric, namePrefix, 1)});
 }
 
 int ChangeSymbol(const char* drawingFile, const char* protocolId, const char* connection,
                  int metric, const char* namePrefix) {
-  return ChangeOnSheet({Kind::Symbol, drawingFile, protocolId, connection,
-                        PlaceSymbol(metric, namePrefix, 1)});
+  return ChangeOnSheet(
+      {Kind::Symbol, drawingFile, protocolId, connection, PlaceSymbol(metric, namePrefix, 1)});
 }
 
 int InsertFormat(const char* drawingFile, const char* protocolId, const char* connection,
                  int metric, const char* namePrefix, double scale) {
-  return InsertOnSheet({Kind::Format, drawingFile, protocolId, connection,
-                        PlaceSymbol(metric, namePrefix, scale)});
+  return InsertOnSheet(
+      {Kind::Format, drawingFile, protocolId, connection, PlaceSymbol(metric, namePrefix, scale)});
 }
 
 int ChangeFormat(const char* drawingFile, const char* protocolId, const char* connection,
                  int metric, const char* namePrefix, double scale) {
-  return ChangeOnSheet({Kind::Format, drawingFile, protocolId, connection,
-                        PlaceSymbol(metric, namePrefix, scale)});
+  return ChangeOnSheet(
+      {Kind::Format, drawingFile, protocolId, connection, PlaceSymbol(metric, namePrefix, scale)});
 }
 
 int CreateDxfFile(const char* fileName) {

@@ -155,8 +155,7 @@ int InsertShaft(const char* protocolId, const char* modelPath, const char* param
 }
 
 int ChangeShaft(const char* protocolId, const char* modelPath, const char* parameters,
-                const char* connection, const char* caption, const ExtDataPair* pairs,
-                int count) {
+                const char* connection, const char* caption, const ExtDataPair* pairs, int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
   TheBoard().ChangeObjects(TextOf(protocolId), {},
                            [&](BoardObject& object, Document&, FileChanges&) {
@@ -193,10 +192,9 @@ int ChangeFeature(const char* modelPath, const char* protocolId, const char* con
   return 1;
 }
 
-int InsertCamPart(const char* protocolId, int pointCount, const double* first,
-                  const double* second, double baseValue, const char* baseUnit,
-                  const char* connection, const char* filePath, const char* caption,
-                  const ExtDataPair* pairs, int count) {
+int InsertCamPart(const char* protocolId, int pointCount, const double* first, const double* second,
+                  double baseValue, const char* baseUnit, const char* connection,
+                  const char* filePath, const char* caption, const ExtDataPair* pairs, int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
   BoardObject object = NewObject(Kind::Cam, protocolId, call);
   object.profile = MakeProfile(pointCount, first, second, baseValue, baseUnit);
@@ -204,10 +202,9 @@ int InsertCamPart(const char* protocolId, int pointCount, const double* first,
   return 1;
 }
 
-int ChangeCamPart(const char* protocolId, int pointCount, const double* first,
-                  const double* second, double baseValue, const char* baseUnit,
-                  const char* connection, const char* caption, const ExtDataPair* pairs,
-                  int count) {
+int ChangeCamPart(const char* protocolId, int pointCount, const double* first, const double* second,
+                  double baseValue, const char* baseUnit, const char* connection,
+                  const char* caption, const ExtDataPair* pairs, int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
   const Profile profile = MakeProfile(pointCount, first, second, baseValue, baseUnit);
   TheBoard().ChangeObjects(TextOf(protocolId), {},
@@ -237,7 +234,7 @@ int ChangeCamPartEx(const char* protocolId, const char* parameters, const char* 
                            [&](BoardObject& object, Document&, FileChanges&) {
                              Apply(object, call);
                              ApplyParameters(object, parameters);
-                                                      });
+                           });
   return 1;
 }
 
@@ -268,12 +265,12 @@ int RenamePart(const char* protocolId, const char* oldName, const char* newName)
 }
 
 int SetFeaturesState(const char* protocolId, const char* states) {
-  TheBoard().ChangeObjects(TextOf(protocolId), {},
-                           [&](BoardObject& object, Document&, FileChanges&) {
-                             for (const NamedText& state : ParseParameters(TextOf(states)).parameters) {
-                               PutText(object.featureStates, state.name, state.value);
-                             }
-                           });
+  TheBoard().ChangeObjects(
+      TextOf(protocolId), {}, [&](BoardObject& object, Document&, FileChanges&) {
+        for (const NamedText& state : ParseParameters(TextOf(states)).parameters) {
+          PutText(object.featureStates, state.name, state.value);
+        }
+      });
   return 1;
 }
 

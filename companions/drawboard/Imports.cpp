@@ -18,8 +18,8 @@ std::string FreePath(const std::string& stem, const std::string& extension) {
 
 }  // namespace
 
-void ImportFile(const Document& document, const std::string& objectName,
-                const std::string& source, std::string& copy, FileChanges& files) {
+void ImportFile(const Document& document, const std::string& objectName, const std::string& source,
+                std::string& copy, FileChanges& files) {
   if (source.empty()) return;
   const auto contents = ReadWholeFile(source);
   if (!contents) throw BoardError("Cannot read \"" + source + "\"");

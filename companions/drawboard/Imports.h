@@ -12,7 +12,7 @@ namespace drawboard {
 // Copies `source` beside the document's parts, under the object's name and the source's extension,
 // and sets `copy` to its path. A copy that `copy` names already is written anew. An empty source
 // copies nothing. Throws a BoardError when the source cannot be read.
-void ImportFile(const Document& document, const std::string& objectName,
-                const std::string& source, std::string& copy, FileChanges& files);
+void ImportFile(const Document& document, const std::string& objectName, const std::string& source,
+                std::string& copy, FileChanges& files);
 
 }  // namespace drawboard

@@ -82,9 +82,8 @@ std::string OutlinesToDxf(const Outlines& outlines) {
 std::string OutlinesToSvg(const Outlines& outlines) {
   const Box box = BoxOf(outlines);
   const double margin = kGap * std::max({box.Width(), box.Height(), 1.0});
-  const std::string view = FormatNumber(box.left - margin) + " " +
-                           FormatNumber(-box.top - margin) + " " +
-                           FormatNumber(box.Width() + 2 * margin) + " " +
+  const std::string view = FormatNumber(box.left - margin) + " " + FormatNumber(-box.top - margin) +
+                           " " + FormatNumber(box.Width() + 2 * margin) + " " +
                            FormatNumber(box.Height() + 2 * margin);
   std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" + view +
                      "\" fill=\"none\" stroke=\"black\" stroke-width=\"" +

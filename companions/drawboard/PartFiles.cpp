@@ -27,8 +27,8 @@ bool IsLibraryFile(const BoardObject& object) {
 
 // The other object whose file would be overwritten with other data. Equal parts share a file.
 const BoardObject* Clash(const Document& document, const BoardObject& object) {
-  const auto found = std::find_if(
-      document.objects.begin(), document.objects.end(), [&](const BoardObject& other) {
+  const auto found =
+      std::find_if(document.objects.begin(), document.objects.end(), [&](const BoardObject& other) {
         return &other != &object && EqualsNoCase(other.file, object.file) &&
                !SamePart(other, object);
       });
@@ -37,8 +37,8 @@ const BoardObject* Clash(const Document& document, const BoardObject& object) {
 
 void CheckFree(const Document& document, const BoardObject& object) {
   if (const BoardObject* other = Clash(document, object)) {
-    throw BoardError("The file \"" + object.file + "\" belongs to \"" + other->name +
-                     "\", \"" + object.name + "\" must not overwrite it");
+    throw BoardError("The file \"" + object.file + "\" belongs to \"" + other->name + "\", \"" +
+                     object.name + "\" must not overwrite it");
   }
   const auto present = ReadWholeFile(object.file);
   if (present ? !IsPartText(*present) : quillmar::platform::FileExists(object.file)) {
@@ -81,8 +81,7 @@ void FileChanges::Remove(const std::string& path) {
   if (former && quillmar::platform::RemoveFile(path)) before.push_back({path, std::move(former)});
 }
 
-bool IsBorneByOther(const Document& document, const BoardObject& object,
-                    const std::string& file) {
+bool IsBorneByOther(const Document& document, const BoardObject& object, const std::string& file) {
   return std::any_of(document.objects.begin(), document.objects.end(),
                      [&](const BoardObject& other) {
                        return &other != &object && EqualsNoCase(other.file, file);

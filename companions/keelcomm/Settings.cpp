@@ -20,6 +20,7 @@ bool HasDriveOrServer(const std::string& path) {
 
 Settings ReadSettings() {
   const std::string folder = companion::ThisModuleFolder();
+  if (folder.empty()) throw StoreError("the folder of the library is not known");
   const std::string ini = folder + kIniFile;
   Settings settings;
   settings.file =

@@ -18,6 +18,7 @@ struct Settings {
   DatabaseSettings use;
 };
 
+// Throws StoreError when this library lies outside the machine.
 Settings ReadSettings();
 
 }  // namespace quillmar::keelcomm

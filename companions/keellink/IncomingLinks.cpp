@@ -61,7 +61,7 @@ struct Link {
 // Link `index`, from 1; without a name when there is none.
 Link LinkAt(const RecordAccess* records, const char* protocolId, int index) {
   Link link;
-  if (records != nullptr && index >= 1) {
+  if (records != nullptr) {
     records->Keelcomm_GetTextAt(protocolId, kLinks, index - 1, &link.name, &link.text);
   }
   return link;

@@ -1,7 +1,10 @@
 // Databases that cannot be used: every call fails with a message, and the process goes on.
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 #include "companions/StoreFixture.h"
 
@@ -24,6 +27,14 @@ class BadDatabaseTest : public StoreFixture {
     std::fstream file(DatabaseFile(), std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(place);
     file << bytes;
+  }
+
+  // All but the first, which says that this is a database.
+  void DamagePages() const {
+    const auto size = static_cast<std::streamoff>(std::filesystem::file_size(DatabaseFile()));
+    for (std::streamoff page = 4096; page < size; page += 4096) {
+      Overwrite(page, std::string(4096, '\xFF'));
+    }
   }
 
   void ExpectNothingWorks() const {
@@ -50,13 +61,17 @@ TEST_F(BadDatabaseTest, ADatabaseOfAnotherMaker) {
 }
 
 TEST_F(BadDatabaseTest, DamagedPages) {
-  const auto size = static_cast<std::streamoff>(std::filesystem::file_size(DatabaseFile()));
-  for (std::streamoff page = 4096; page < size; page += 4096) {
-    Overwrite(page, std::string(4096, '\xFF'));
-  }
+  DamagePages();
   EXPECT_FALSE(suite.Open("P1"));
   EXPECT_EQ(suite.storage.Com_EraseProtocol("P1"), 0);
   EXPECT_EQ(State("P1"), QM_PROTOCOL_MISSING);
+}
+
+TEST_F(BadDatabaseTest, WhatIsOpenStaysOpenInADamagedDatabase) {
+  ASSERT_TRUE(suite.Open("P1"));
+  DamagePages();
+  EXPECT_EQ(State("P1"), QM_PROTOCOL_OPEN);
+  EXPECT_TRUE(suite.Get("P1", "S", "k499").has_value());
 }
 
 TEST_F(BadDatabaseTest, AFolderThatIsNotThere) {
@@ -82,6 +97,21 @@ TEST_F(BadDatabaseTest, ALockedDatabaseKeepsWhatIsOpen) {
   EXPECT_TRUE(suite.Close("P1"));
   ASSERT_TRUE(suite.Open("P1"));
   EXPECT_EQ(suite.Get("P1", "S", "k0"), "changed");
+}
+
+TEST_F(BadDatabaseTest, AShortLockIsWaitedFor) {
+  Suite patient(InstallSuite(machine, "Patient", "[Store]\nDatabase=..\\Suite\\Protocols.db\n"));
+  ASSERT_TRUE(patient.Open("P2"));
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(DatabaseFile().string().c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+  std::thread unlock([other] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    sqlite3_close(other);
+  });
+  EXPECT_TRUE(patient.Close("P2"));
+  unlock.join();
+  EXPECT_EQ(State("P2"), QM_PROTOCOL_CLOSED);
 }
 
 TEST_F(BadDatabaseTest, AnExclusivelyLockedDatabase) {

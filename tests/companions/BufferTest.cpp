@@ -48,6 +48,8 @@ TEST_F(BufferTest, AProtocolArrivesWholeInAnotherStore) {
   ASSERT_TRUE(other.Open("Q"));
   ASSERT_NE(other.storage.Com_SetVersion("Q", 1, 0), 0);
   ASSERT_TRUE(other.Put("Q", "Old", "old", "old"));
+  ASSERT_TRUE(other.Close("Q"));
+  ASSERT_TRUE(other.Open("Q"));
   ASSERT_TRUE(other.PutBuffer("Q", sent));
   ASSERT_TRUE(other.Close("Q"));
   other.Reload();
@@ -128,7 +130,7 @@ TEST_F(BufferTest, MalformedItemsAreRefusedAndNothingChanges) {
                            "KC1|K|S|k|\x01",
                            "KC1|K|S|k|\xB3",
                            "KC1|X|a",
-                           "KC1|KS|k|v|w",
+                           "KC1|KSS|k|v",
                            "KC1|T",
                            "KC1|T|a|b"}) {
     EXPECT_FALSE(suite.PutBuffer("P1", {"KC1|V|1|0", "KC1|K|S|other|1", item})) << item;

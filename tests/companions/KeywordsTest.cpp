@@ -52,6 +52,14 @@ TEST_F(KeywordsTest, KeywordsAreListedInTheOrderOfTheirFirstWriting) {
   EXPECT_EQ(suite.storage.Com_GetKeyList("P1", "S", nullptr), 0);
 }
 
+TEST_F(KeywordsTest, ASectionGoesWithItsLastKeyword) {
+  ASSERT_TRUE(suite.Put("P1", "S", "k", "v"));
+  ASSERT_TRUE(suite.Put("P1", "S", "k", nullptr));
+  EXPECT_TRUE(suite.Buffer("P1").empty());
+  ASSERT_TRUE(suite.Put("P1", "s", "k", "v"));
+  EXPECT_EQ(suite.Buffer("P1")[1], "KC1|K|s|k|v");
+}
+
 TEST_F(KeywordsTest, ErasingWhatIsNotThereSucceeds) {
   EXPECT_TRUE(suite.Put("P1", "S", "k", nullptr));
   EXPECT_NE(suite.storage.Com_EraseSection("P1", "S"), 0);

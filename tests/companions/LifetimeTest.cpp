@@ -1,4 +1,6 @@
 // Opening, closing, erasing and copying protocols; what is there in the next session.
+#include <sqlite3.h>
+
 #include <set>
 
 #include "companions/StoreFixture.h"
@@ -56,6 +58,31 @@ TEST_F(LifetimeTest, ErasedIsGoneWhetherOpenOrClosed) {
     EXPECT_EQ(State("P1"), QM_PROTOCOL_MISSING);
     ASSERT_TRUE(suite.Open("P1"));
     EXPECT_EQ(suite.Get("P1", "Main", "DataFile"), std::nullopt);
+  }
+}
+
+int CountRows(const std::filesystem::path& database, const std::string& table) {
+  sqlite3* connection = nullptr;
+  sqlite3_stmt* count = nullptr;
+  sqlite3_open(database.string().c_str(), &connection);
+  sqlite3_prepare_v2(connection, ("SELECT count(*) FROM " + table).c_str(), -1, &count, nullptr);
+  const int rows = sqlite3_step(count) == SQLITE_ROW ? sqlite3_column_int(count, 0) : -1;
+  sqlite3_finalize(count);
+  sqlite3_close(connection);
+  return rows;
+}
+
+TEST_F(LifetimeTest, AnErasedProtocolLeavesNoRows) {
+  ASSERT_TRUE(suite.Open("P1"));
+  ASSERT_TRUE(suite.Put("P1", "Globals", "OwnerHWND", "7"));
+  ASSERT_TRUE(suite.Close("P1"));
+  ASSERT_TRUE(suite.Open("P1"));
+  ASSERT_TRUE(suite.Put("P1", "Globals", "OwnerHWND", "7"));
+  for (const int rows : {1, 0}) {
+    for (const char* table : {"protocols", "texts", "owners"}) {
+      EXPECT_EQ(CountRows(DatabaseFile(), table), rows) << table;
+    }
+    suite.storage.Com_EraseProtocol("P1");
   }
 }
 

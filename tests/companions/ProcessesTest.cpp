@@ -1,4 +1,6 @@
 // Several processes on one store, and processes that are killed.
+#include <sqlite3.h>
+
 #include <chrono>
 #include <thread>
 
@@ -42,6 +44,7 @@ TEST_F(ProcessesTest, ChangesOfBothAreKept) {
   const auto host = StartClient();
   ASSERT_EQ(host->Ask("open\tP1"), "1");
   ASSERT_TRUE(suite.Open("P1"));
+  ASSERT_EQ(host->Ask("put\tP1\tS\tcommon\t1"), "1");
   ASSERT_EQ(host->Ask("put\tP1\tS\thost\t1"), "1");
   ASSERT_TRUE(suite.Put("P1", "S", "module", "2"));
   ASSERT_TRUE(suite.Put("P1", "S", "erased", nullptr));
@@ -49,6 +52,7 @@ TEST_F(ProcessesTest, ChangesOfBothAreKept) {
   ASSERT_TRUE(suite.Close("P1"));
   ASSERT_TRUE(suite.Open("P1"));
   EXPECT_EQ(suite.KeyList("P1", "S"), "common;host;module");
+  EXPECT_EQ(suite.Get("P1", "S", "common"), "1");
 }
 
 TEST_F(ProcessesTest, AClosingFailsWhenTheOtherHasErased) {
@@ -83,6 +87,20 @@ TEST_F(ProcessesTest, ACalculationHoldsItsProtocolUntilItClosesOrDies) {
     EXPECT_NE(State("P1"), QM_PROTOCOL_HELD_BY_CALCULATION) << static_cast<int>(end);
     EXPECT_EQ(suite.storage.Com_GetOwnerHWND("P1", &window), 0);
   }
+}
+
+TEST_F(ProcessesTest, AnotherProcessWithTheNumberOfADeadOneHoldsNothing) {
+  const auto host = StartClient();
+  ASSERT_EQ(host->Ask("open\tP1"), "1");
+  ASSERT_EQ(host->Ask("put\tP1\tGlobals\tOwnerHWND\t7"), "1");
+  ASSERT_EQ(State("P1"), QM_PROTOCOL_HELD_BY_CALCULATION);
+  sqlite3* connection = nullptr;
+  ASSERT_EQ(sqlite3_open(DatabaseFile().string().c_str(), &connection), SQLITE_OK);
+  EXPECT_EQ(
+      sqlite3_exec(connection, "UPDATE owners SET birth = birth - 1", nullptr, nullptr, nullptr),
+      SQLITE_OK);
+  sqlite3_close(connection);
+  EXPECT_EQ(State("P1"), QM_PROTOCOL_MISSING);
 }
 
 TEST_F(ProcessesTest, WhatWasClosedOutlivesAKilledProcess) {

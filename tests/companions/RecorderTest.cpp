@@ -169,11 +169,11 @@ TEST_F(RecorderTest, SeveralProcessesShareOneOrder) {
 }
 
 TEST(TraceReaderTest, PassesOverWhatIsNoWholeLine) {
-  const std::string whole = "7\t12\t99\tA\tB\tF\t(1, \"a, b\", [\"c\", \"d\"]*2)\t1\t3";
+  const std::string whole = "7\t12\t99\tA\tB\tF\t(1, \"a\\\", b\", [\"c\", \"d\"]*2)\t1\t3";
   const auto call = recorder::ParseTraceLine(std::string(5, '\0') + whole);
   ASSERT_TRUE(call.has_value());
   EXPECT_EQ(call->number, 7u);
-  EXPECT_EQ(call->arguments, (std::vector<std::string>{"1", "\"a, b\"", "[\"c\", \"d\"]*2"}));
+  EXPECT_EQ(call->arguments, (std::vector<std::string>{"1", "\"a\\\", b\"", "[\"c\", \"d\"]*2"}));
   for (const std::string& broken :
        {std::string(), std::string(3, '\0'), whole.substr(0, 20), "x" + whole, whole + "\t1",
         std::string("7\t12\t99\tA\tB\tF\t1\t1\t3")}) {

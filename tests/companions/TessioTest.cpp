@@ -16,6 +16,7 @@ class TessioTest : public StoreFixture {
     test->received += std::to_string(number) + " " + std::to_string(value) + " " + text + ";";
     if (number == 1) test->ipc.SendModelessMessage(2, 0, "from inside");
     if (number == 3) test->ipc.Tessio_Unsubscribe(test->subscription);
+    if (number == 5) test->ipc.Tessio_Unsubscribe(test->later);
     return 1;
   }
 
@@ -35,6 +36,7 @@ class TessioTest : public StoreFixture {
   const IpcTable& ipc = suite.ipc;
   std::string received;
   int subscription = ipc.Tessio_Subscribe(&Receive, this);
+  int later = 0;
 };
 
 TEST_F(TessioTest, ModalArrivesAtOnceAndModelessFromTheMessageLoop) {
@@ -57,6 +59,14 @@ TEST_F(TessioTest, AReceiverMaySendAndLeave) {
   PumpUntilReceived(kNothingComes);
   EXPECT_EQ(received, "1 0 ;3 0 ;");
   EXPECT_EQ(ipc.Tessio_Unsubscribe(subscription), 0);
+}
+
+TEST_F(TessioTest, WhoIsUnsubscribedMeanwhileReceivesNothingMore) {
+  later = ipc.Tessio_Subscribe(&Receive, this);
+  ipc.SendModalMessage(6, 0, "");
+  EXPECT_EQ(received, "6 0 ;6 0 ;");
+  ipc.SendModalMessage(5, 0, "");
+  EXPECT_EQ(received, "6 0 ;6 0 ;5 0 ;");
 }
 
 TEST_F(TessioTest, LongTextsAreCut) {
@@ -87,14 +97,19 @@ TEST_F(TessioTest, ParametersAreStoredBeforeTheNotificationGoesOut) {
   ChildProcess other(machine.HostPath(client), {suite.Folder()});
   ASSERT_TRUE(suite.Open("P1"));
   ASSERT_TRUE(suite.Put("P1", "TessioCallParam", "MeasuredValue", "12.5"));
+  ASSERT_TRUE(suite.Put("P1", "TessioCallParam", "Answer", "0"));
+  ASSERT_TRUE(suite.Put("P1", "TessioCallParam", "Answer", nullptr));
   EXPECT_EQ(other.Ask("state\tP1"), "0");
   ipc.SendModelessMessage(4102, 0, "P1");
   EXPECT_EQ(State("P1"), QM_PROTOCOL_OPEN);
   ASSERT_EQ(other.Ask("open\tP1"), "1");
   EXPECT_EQ(other.Ask("get\tP1\tTessioCallParam\tMeasuredValue"), "12.5");
+  ASSERT_EQ(other.Ask("put\tP1\tTessioCallParam\tAnswer\t1"), "1");
+  ASSERT_EQ(other.Ask("close\tP1"), "1");
   ASSERT_TRUE(suite.Put("P1", "TessioCallParam", "MeasuredValue", "13"));
   ASSERT_TRUE(suite.Close("P1"));
   ASSERT_TRUE(suite.Open("P1"));
+  EXPECT_EQ(suite.Get("P1", "TessioCallParam", "Answer"), "1");
   EXPECT_EQ(suite.Get("P1", "TessioCallParam", "MeasuredValue"), "13");
 }
 

@@ -16,14 +16,20 @@ namespace quillmar::contract {
 using platform::AutomationType;
 
 HostSide HostSide::Start() {
-  HostSide side;
-  platform::InitializeAutomation();
   if (!Runs()) {
     auto process = platform::StartProgram({kCadFolder + "\\" QM_HOST_PROGRAM, "", "",
                                            platform::ShowMode::MinimizedWithoutActivation});
     EXPECT_TRUE(process.has_value());
     if (process) process->WaitUntilIdle();
   }
+  HostSide side = Attach();
+  side.Forget();
+  return side;
+}
+
+HostSide HostSide::Attach() {
+  platform::InitializeAutomation();
+  HostSide side;
   // A process of its own registers its object a moment after it became idle.
   for (int i = 0; i < 100 && !side.host; ++i) {
     if (i > 0) std::this_thread::sleep_for(std::chrono::milliseconds(50));

@@ -12,8 +12,10 @@ namespace quillmar::contract {
 
 class HostSide {
  public:
-  // Starts the host beside the add-in, or attaches to one that is running.
+  // The host beside the add-in, started unless one runs, with nothing answered and nothing noted.
   static HostSide Start();
+  // The host that runs, as it is.
+  static HostSide Attach();
   static bool Runs();
   HostSide() = default;
 

@@ -116,7 +116,7 @@ TEST_F(InterProcess, ACalculationStartsTheHost) {
   EXPECT_FALSE(HostSide::Runs());
   module.StartCalculation("shaft", "ISO");
   ASSERT_TRUE(HostSide::Runs());
-  host = HostSide::Start();
+  host = HostSide::Attach();
   EXPECT_THAT(host.Commands(), ElementsAre(testing::StartsWith("2(\"")));
   EXPECT_THAT(host.Calls(), testing::Contains(testing::StartsWith("29(2,")));
 }

@@ -16,7 +16,8 @@ std::string AddinPath();
 
 // The add-in's functions by name.
 struct AddinFunctions {
-#define FIELD(need, name, result, parameters, arguments) result(QM_CDECL* name) parameters = nullptr;
+#define FIELD(need, name, result, parameters, arguments) \
+  result(QM_CDECL* name) parameters = nullptr;
   QM_CAD_FUNCTIONS(FIELD)
   QM_CAD_2D_FUNCTIONS(FIELD)
 #undef FIELD

@@ -7,9 +7,8 @@ TEST_F(CadAddin, ADrawingIsCopiedBecauseTheHostsFileIsTemporary) {
   ASSERT_TRUE(drawboard::WriteWholeFile(drawing, "first"));
   char name[] = "BOM1", value[] = "Sheet";
   const ExtDataPair pair{name, value};
-  ASSERT_EQ(cad.Insert2dPart(drawing.c_str(), "D1", Reference("D1").c_str(), 1, &pair, 1, 1.5, -2,
-                             3),
-            1);
+  ASSERT_EQ(
+      cad.Insert2dPart(drawing.c_str(), "D1", Reference("D1").c_str(), 1, &pair, 1, 1.5, -2, 3), 1);
   ASSERT_TRUE(drawboard::WriteWholeFile(drawing, "second"));
   const auto placed = Object("drawing");
   EXPECT_EQ(placed["placement"]["x"], 1.5);
@@ -18,14 +17,12 @@ TEST_F(CadAddin, ADrawingIsCopiedBecauseTheHostsFileIsTemporary) {
   EXPECT_EQ(placed["extendedData"]["BOM1"], "Sheet");
   const std::string copy = placed["placement"]["drawingFile"];
   EXPECT_EQ(drawboard::ReadWholeFile(copy), "first");
-  ASSERT_EQ(cad.Change2dPart(drawing.c_str(), "D1", Reference("D1").c_str(), 0, nullptr, 0, 0, 0,
-                             0),
-            1);
+  ASSERT_EQ(
+      cad.Change2dPart(drawing.c_str(), "D1", Reference("D1").c_str(), 0, nullptr, 0, 0, 0, 0), 1);
   EXPECT_EQ(drawboard::ReadWholeFile(copy), "second");
 
-  EXPECT_EQ(cad.InsertSymbol((folder + "\\none.dxf").c_str(), "S1", Reference("S1").c_str(), 1,
-                             "SP"),
-            0);
+  EXPECT_EQ(
+      cad.InsertSymbol((folder + "\\none.dxf").c_str(), "S1", Reference("S1").c_str(), 1, "SP"), 0);
   EXPECT_EQ(cad.InsertSymbol("", "S1", Reference("S1").c_str(), 1, "SP"), 1);
   EXPECT_EQ(Object("symbol")["placement"]["namePrefix"], "SP");
 }
@@ -40,7 +37,8 @@ TEST_F(CadAddin, DxfAndPreviewShowTheOutlinesOfTheModel) {
   EXPECT_TRUE(text->starts_with("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n"));
   EXPECT_TRUE(text->ends_with("0\nENDSEC\n0\nEOF\n"));
   int outlines = 0;
-  for (auto at = text->find("POLYLINE"); at != std::string::npos; at = text->find("POLYLINE", at + 1)) {
+  for (auto at = text->find("POLYLINE"); at != std::string::npos;
+       at = text->find("POLYLINE", at + 1)) {
     ++outlines;
   }
   EXPECT_EQ(outlines, 2) << "rim and bore";

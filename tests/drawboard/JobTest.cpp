@@ -29,7 +29,9 @@ TEST(Job, IsReadWithItsDefaults) {
       {"name": "gears", "calculation": "GEAR1", "inputs": {"m": 2.5, "z1": 21, "i": "3,0"}},
       {"name": "shaft", "calculation": "SHAFT", "standard": "ISO", "inputs": {"#spiCount": 4}}],
     "changes": [{"name": "gears", "inputs": {"b": 1e1}}]})");
-  EXPECT_EQ(job.name, "Przek\xB3" "adnia");
+  EXPECT_EQ(job.name,
+            "Przek\xB3"
+            "adnia");
   EXPECT_EQ(job.document, "Session");
   EXPECT_EQ(job.unit, "mm");
   ASSERT_EQ(job.calculations.size(), 2u);
@@ -46,7 +48,8 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
     std::string text;
     const char* message;
   } cases[] = {
-      {"{\n\"calculations\": [}", "something is wrong in line 2"},
+      {"{\n\"calculations\": [}\n", "The job is not JSON: line 2 is wrong at or just before: }"},
+      {"{\"calculations\": [", "The job is not JSON: line 1 is wrong at its end"},
       {"[]", "The job must be a JSON object"},
       {"{}", "Field \"calculations\": is missing"},
       {R"({"calculations": []})",
@@ -70,7 +73,8 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
        "Field \"calculations[0].inputs.d_1\": expected a number, or a text that holds one, found "
        "true"},
       {CalculationWith(R"("calculation": "SHAFT", "inputs": {"d_1": "thick"})"), "found \"thick\""},
-      {CalculationWith(R"("calculation": "SHAFT", "inputs": {"a=b": 1})"), "is no name of an input"},
+      {CalculationWith(R"("calculation": "SHAFT", "inputs": {"a=b": 1})"),
+       "is no name of an input"},
       {CalculationWith(R"("calculation": "SHAFT", "inputs": {}, "input": {})"),
        "Field \"calculations[0].input\": there is no such field here"},
       {R"({"calculations": [{"name": "a", "calculation": "SHAFT", "inputs": {}},
@@ -113,8 +117,7 @@ TEST(Units, AreReadFromTheDataParametersOfAReference) {
   const auto units = session::UnitsOfReference(
       "P1<@PID>KC1|V|2|0<@EL>KC1|D|Data|m|2.5|mm<@EL>KC1|D|Data|n%7C1|1450|1/min<@EL>"
       "KC1|D|Data|z1|21|ND<@EL>KC1|D|Other|x|1|kg<@EL>KC1|K|Data|y|1<@EL>");
-  const std::map<std::string, std::string> expected = {
-      {"m", "mm"}, {"n|1", "1/min"}, {"z1", ""}};
+  const std::map<std::string, std::string> expected = {{"m", "mm"}, {"n|1", "1/min"}, {"z1", ""}};
   EXPECT_EQ(units, expected);
   EXPECT_TRUE(session::UnitsOfReference("P1<@PID>anything<@EL>").empty());
 }

@@ -58,8 +58,7 @@ TEST_F(CadAddin, AShaftWeighsAsItsSteps) {
 TEST_F(CadAddin, ACamWeighsAsThePrismOfItsProfile) {
   // A rectangle of 40 by 20, its corner in the origin, clockwise.
   const double x[] = {0, 0, 40, 40}, y[] = {0, 20, 20, 0};
-  ASSERT_EQ(cad.InsertCamPart("C1", 4, x, y, 0, "mm", Reference("C1").c_str(), "", "", nullptr,
-                              0),
+  ASSERT_EQ(cad.InsertCamPart("C1", 4, x, y, 0, "mm", Reference("C1").c_str(), "", "", nullptr, 0),
             1);
   const Properties p = Ask(cad, "C1");
   EXPECT_NEAR(p.volume, 40 * 20 * 10, 1e-9);
@@ -71,8 +70,9 @@ TEST_F(CadAddin, ACamWeighsAsThePrismOfItsProfile) {
   EXPECT_NEAR(p.zz, p.mass * (40 * 40 + 20 * 20) / 12, 1e-12);
   EXPECT_NEAR(p.xy, 0, 1e-12);
   // The same profile from the parameters of a calculation.
-  ASSERT_EQ(cad.InsertCamPartEx("C2", "*view*,M,cPoint,4,l_1,10,a_1,0,l_2,10,a_2,90,l_3,10,a_3,"
-                                      "180,l_4,10,a_4,270,b,5",
+  ASSERT_EQ(cad.InsertCamPartEx("C2",
+                                "*view*,M,cPoint,4,l_1,10,a_1,0,l_2,10,a_2,90,l_3,10,a_3,"
+                                "180,l_4,10,a_4,270,b,5",
                                 Reference("C2").c_str(), "", "", "", nullptr, 0),
             1);
   EXPECT_NEAR(Ask(cad, "C2").volume, 200 * 5, 1e-9);
@@ -96,10 +96,10 @@ TEST_F(CadAddin, BodiesThatCannotBeHaveNoMass) {
     const std::string id = std::string("P") + parameters;
     ASSERT_EQ(InsertWheel(id, "", parameters), 1);
     double volume = -1;
-    EXPECT_EQ(cad.GetPhysicalProperties(id.c_str(), nullptr, nullptr, nullptr, &volume, nullptr,
-                                        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                        nullptr),
-              0)
+    EXPECT_EQ(
+        cad.GetPhysicalProperties(id.c_str(), nullptr, nullptr, nullptr, &volume, nullptr, nullptr,
+                                  nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
+        0)
         << parameters;
     EXPECT_EQ(volume, -1);
   }

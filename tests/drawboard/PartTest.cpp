@@ -11,14 +11,10 @@ TEST_F(CadAddin, PartFilesLieWhereTheMarkersOfTheirPathsLead) {
     const char* given;
     const char* expected;  // below the test's folder
   } cases[] = {
-      {"<ASM>\\A.dbp", "\\Gearbox\\A.dbp"},
-      {"<WORKSPACE>\\sub\\B.dbp", "\\work\\sub\\B.dbp"},
-      {"<LIB>\\C.dbp", "\\lib\\C.dbp"},
-      {"<CONTENTLIB>\\D.dbp", "\\content\\D.dbp"},
-      {"<workspace>\\E.dbp", "\\work\\E.dbp"},
-      {"<WORKSPACE>\\\\F.dbp", "\\work\\F.dbp"},
-      {"\\G.dbp", "\\Gearbox\\G.dbp"},
-      {"H.dbp", "\\Gearbox\\H.dbp"},
+      {"<ASM>\\A.dbp", "\\Gearbox\\A.dbp"},    {"<WORKSPACE>\\sub\\B.dbp", "\\work\\sub\\B.dbp"},
+      {"<LIB>\\C.dbp", "\\lib\\C.dbp"},        {"<CONTENTLIB>\\D.dbp", "\\content\\D.dbp"},
+      {"<workspace>\\E.dbp", "\\work\\E.dbp"}, {"<WORKSPACE>\\\\F.dbp", "\\work\\F.dbp"},
+      {"\\G.dbp", "\\Gearbox\\G.dbp"},         {"H.dbp", "\\Gearbox\\H.dbp"},
       {"", "\\Gearbox\\parametric part.dbp"},
   };
   for (const auto& each : cases) {
@@ -102,8 +98,8 @@ TEST_F(CadAddin, AChangeKeepsTheFileOrMovesIt) {
 TEST_F(CadAddin, AnUpdateDropsOldParametersButKeepsThoseOfTheCad) {
   ASSERT_EQ(InsertWheel("P1", "<ASM>\\Shaft.dbp", "*view*,MODEL,D_1,30,L_1,40,D_2,20,L_2,10"), 1);
   ASSERT_EQ(cad.Drawboard_SetParameter("Shaft", "Keyway", "8,5"), 1);
-  ASSERT_EQ(cad.ChangeParamPart("P1", "", "*view*,FRONT,D_1,35,L_1,40", Reference("P1").c_str(),
-                                1, "", "", nullptr, 0, 0),
+  ASSERT_EQ(cad.ChangeParamPart("P1", "", "*view*,FRONT,D_1,35,L_1,40", Reference("P1").c_str(), 1,
+                                "", "", nullptr, 0, 0),
             1);
   const nlohmann::json expected = {{"D_1", "35"}, {"L_1", "40"}, {"Keyway", "8,5"}};
   EXPECT_EQ(Object("Shaft")["parameters"], expected);

@@ -60,8 +60,8 @@ TEST_F(CadAddin, EveryListReaderFollowsTheTwoStepRule) {
        "Length,40,Height,30"},
       {"GetPartsVisibility", [&](char* t, int* s) { return cad.GetPartsVisibility("A1", t, s); },
        "Shaft,1,Wheel,0"},
-      {"GetAssembly",
-       [&](char* t, int* s) { return cad.GetAssembly(name, identifier, t, s); }, Reference("A1")},
+      {"GetAssembly", [&](char* t, int* s) { return cad.GetAssembly(name, identifier, t, s); },
+       Reference("A1")},
       {"GetDataWD", [&](char* t, int* s) { return cad.GetDataWD(t, s, data); }, "d,100,b,20"},
   };
   for (const NamedReader& reader : readers) CheckTwoSteps(reader);
@@ -74,10 +74,9 @@ TEST_F(CadAddin, EveryListReaderFollowsTheTwoStepRule) {
 TEST_F(CadAddin, AnUnknownKeyIsPlainFailureOfEveryReader) {
   ASSERT_EQ(InsertWheel("P1", "<ASM>\\Wheel.dbp"), 1);
   using Reader = int(QM_CDECL*)(const char*, char*, int*);
-  for (const Reader reader :
-       {cad.GetProtocol, cad.GetParameterList, cad.GetShaftParameterList,
-        cad.GetPhysicalPropertiesEx, cad.GetFeaturesState, cad.GetReferenceDims,
-        cad.GetPartsVisibility}) {
+  for (const Reader reader : {cad.GetProtocol, cad.GetParameterList, cad.GetShaftParameterList,
+                              cad.GetPhysicalPropertiesEx, cad.GetFeaturesState,
+                              cad.GetReferenceDims, cad.GetPartsVisibility}) {
     char text[64];
     int size = sizeof text - 1;
     EXPECT_EQ(reader("nobody", text, &size), 0);

@@ -98,13 +98,13 @@ TEST_F(FileNamesTest, LocalPartsAlwaysHaveAnIdentifier) {
                 entries);
   };
   using testing::MatchesRegex;
-  EXPECT_THAT(local("%CBFName%", 0), MatchesRegex("<ASM>.GEAR1 [0-9A-Z]*\\.prt"));
+  EXPECT_THAT(local("%CBFName%", 0), MatchesRegex("<ASM>.GEAR1 \\w*\\.prt"));
   EXPECT_EQ(local("%CBFName%", 0).size(), std::string("<ASM>\\GEAR1 12345678.prt").size());
-  EXPECT_THAT(local("%CBFName%", 2), MatchesRegex("<ASM>.GEAR1_[0-9A-Z]*\\.prt"));
-  EXPECT_THAT(local("%CBFName%", 1), MatchesRegex("<ASM>.GEAR1[0-9A-Z]*\\.prt"));
-  EXPECT_THAT(local("%uniqueid%", 0), MatchesRegex("<ASM>.[0-9A-Z]*\\.prt"));
+  EXPECT_THAT(local("%CBFName%", 2), MatchesRegex("<ASM>.GEAR1_\\w*\\.prt"));
+  EXPECT_THAT(local("%CBFName%", 1), MatchesRegex("<ASM>.GEAR1\\w*\\.prt"));
+  EXPECT_THAT(local("%uniqueid%", 0), MatchesRegex("<ASM>.\\w*\\.prt"));
   EXPECT_EQ(local("%uniqueid%", 0).size(), std::string("<ASM>\\12345678.prt").size());
-  EXPECT_THAT(local("", 0), MatchesRegex("<ASM>. [0-9A-Z]*\\.prt")) << "and one never asks";
+  EXPECT_THAT(local("", 0), MatchesRegex("<ASM>. \\w*\\.prt")) << "and one never asks";
 }
 
 TEST_F(FileNamesTest, TokensOfTheProtocol) {

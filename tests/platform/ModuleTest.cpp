@@ -37,8 +37,8 @@ TEST_F(Modules, LoadsFindsAndFreesALibrary) {
   EXPECT_EQ(loaded.error, 0U);
   QmModule module = loaded.library.Get();
   std::string bare = std::string(QM_TEST_LIBRARY).substr(0, std::string(QM_TEST_LIBRARY).find('.'));
-  for (const std::string& name : {std::string(QM_TEST_LIBRARY), UpperCase(QM_TEST_LIBRARY), bare,
-                                  LowerCase(path)}) {
+  for (const std::string& name :
+       {std::string(QM_TEST_LIBRARY), UpperCase(QM_TEST_LIBRARY), bare, LowerCase(path)}) {
     EXPECT_EQ(FindLoadedModule(name), module) << name;
   }
   EXPECT_EQ(FindLoadedModule("C:\\elsewhere\\" QM_TEST_LIBRARY), nullptr);

@@ -168,11 +168,23 @@ TEST_F(Profile, AnswersTheFallbackWithoutItsTrailingBlanks) {
 
 TEST_F(Profile, ReadsNumbersAsFarAsTheyGo) {
   const std::pair<const char*, int> cases[] = {
-      {"42", 42},          {"+1", 1},        {"-1", -1},        {"42A94967297", 42},
-      {"4294967297", 1},   {"4294967295", -1}, {"-2147483648", -2147483647 - 1},
-      {"0x10", 0},         {"1e5", 1},       {"abc", 0},        {"- 3", 0},
-      {"--3", 0},          {"+", 0},         {"\"12\"", 12},    {"1 2", 1},
-      {"\" 7\"", 7},       {"", -7},
+      {"42", 42},
+      {"+1", 1},
+      {"-1", -1},
+      {"42A94967297", 42},
+      {"4294967297", 1},
+      {"4294967295", -1},
+      {"-2147483648", -2147483647 - 1},
+      {"0x10", 0},
+      {"1e5", 1},
+      {"abc", 0},
+      {"- 3", 0},
+      {"--3", 0},
+      {"+", 0},
+      {"\"12\"", 12},
+      {"1 2", 1},
+      {"\" 7\"", 7},
+      {"", -7},
   };
   std::string contents = "[N]\r\n";
   for (std::size_t i = 0; i < std::size(cases); ++i) {
@@ -180,8 +192,7 @@ TEST_F(Profile, ReadsNumbersAsFarAsTheyGo) {
   }
   machine.WriteFile(file, contents);
   for (std::size_t i = 0; i < std::size(cases); ++i) {
-    EXPECT_EQ(ReadProfileInt(file, "N", std::to_string(i), -7), cases[i].second)
-        << cases[i].first;
+    EXPECT_EQ(ReadProfileInt(file, "N", std::to_string(i), -7), cases[i].second) << cases[i].first;
   }
   EXPECT_EQ(ReadProfileInt(file, "N", "absent", -7), -7);
   EXPECT_EQ(ReadProfileInt(machine.InFolder("absent.ini"), "N", "0", 5), 5);
@@ -236,8 +247,7 @@ TEST_F(Profile, ChangesOneLineAndKeepsTheOthers) {
   const std::string before =
       "; about\r\n[One]\r\na=1\r\n;c=2\r\nb=\"x\"\r\n[Two]\r\na=3\r\nnoeq\r\n";
   const WriteCase cases[] = {
-      {"One", "a", "9",
-       "; about\r\n[One]\r\na=9\r\n;c=2\r\nb=\"x\"\r\n[Two]\r\na=3\r\nnoeq\r\n"},
+      {"One", "a", "9", "; about\r\n[One]\r\na=9\r\n;c=2\r\nb=\"x\"\r\n[Two]\r\na=3\r\nnoeq\r\n"},
       {" one ", " A ", "  9 ",
        "; about\r\n[One]\r\na=9 \r\n;c=2\r\nb=\"x\"\r\n[Two]\r\na=3\r\nnoeq\r\n"},
       {"Two", "noeq", "1",
@@ -245,7 +255,8 @@ TEST_F(Profile, ChangesOneLineAndKeepsTheOthers) {
       {"One", "new", "",
        "; about\r\n[One]\r\na=1\r\n;c=2\r\nb=\"x\"\r\nnew=\r\n[Two]\r\na=3\r\nnoeq\r\n"},
       {"Three", "k", "\xA5",
-       "; about\r\n[One]\r\na=1\r\n;c=2\r\nb=\"x\"\r\n[Two]\r\na=3\r\nnoeq\r\n[Three]\r\nk=\xA5\r\n"},
+       "; "
+       "about\r\n[One]\r\na=1\r\n;c=2\r\nb=\"x\"\r\n[Two]\r\na=3\r\nnoeq\r\n[Three]\r\nk=\xA5\r\n"},
       {"Two", "a", nullptr, "; about\r\n[One]\r\na=1\r\n;c=2\r\nb=\"x\"\r\n[Two]\r\nnoeq\r\n"},
       {"One", nullptr, nullptr, "; about\r\n[Two]\r\na=3\r\nnoeq\r\n"},
       {"One", nullptr, "x", "; about\r\n[Two]\r\na=3\r\nnoeq\r\n"},

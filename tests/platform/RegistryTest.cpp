@@ -48,8 +48,7 @@ TEST_F(Registry, OpensKeysWithoutRegardToCase) {
   EXPECT_FALSE(OpenKey(Hive::LocalMachine, machine.RegistryPath()).has_value());
   EXPECT_FALSE(OpenKey(Hive::CurrentUser, "\\" + machine.RegistryPath()).has_value());
   EXPECT_FALSE(CreateKey(Hive::CurrentUser, "\\" + machine.RegistryPath()).has_value());
-  EXPECT_FALSE(
-      CreateKey(Hive::CurrentUser, machine.RegistryPath() + "\\" + std::string(256, 'n')));
+  EXPECT_FALSE(CreateKey(Hive::CurrentUser, machine.RegistryPath() + "\\" + std::string(256, 'n')));
   EXPECT_THAT(SubKeys(Make("\\ONE")), ElementsAre("Two\xA3"));
 }
 

@@ -50,6 +50,12 @@ Cad::Cad(const std::string& path) : library(Load(path)) {
 #undef SESSION_BIND
 }
 
+bool Cad::HasMessages() {
+  int size = 0;
+  call.Drawboard_GetMessages(nullptr, &size);
+  return size > 0;
+}
+
 std::string Cad::TakeMessages() {
   const std::string messages = ReadList(call.Drawboard_GetMessages);
   call.Drawboard_ClearMessages();

@@ -39,6 +39,7 @@ class Cad {
 
   CadFunctions call;
 
+  bool HasMessages();
   // What the CAD had to say, since it was asked last; UTF-8.
   std::string TakeMessages();
   // The document as JSON text in UTF-8.

@@ -104,8 +104,8 @@ Calculation ReadCalculation(const Json& json, const std::string& field,
   Calculation calculation;
   calculation.name = ReadText(json, where, "name", nullptr);
   calculation.calculation = ReadText(json, where, "calculation", nullptr);
-  const auto known = std::find(std::begin(kCalculations), std::end(kCalculations),
-                               calculation.calculation);
+  const auto known =
+      std::find(std::begin(kCalculations), std::end(kCalculations), calculation.calculation);
   if (known == std::end(kCalculations)) {
     RefuseValue(where + "calculation", "\"GEAR1\" or \"SHAFT\"", json["calculation"]);
   }
@@ -156,11 +156,11 @@ Json Parse(const std::string& text) {
   try {
     return Json::parse(text);
   } catch (const Json::parse_error& error) {
-    const std::size_t place = std::min(error.byte, text.size());
+    const std::size_t place = std::min(error.byte > 0 ? error.byte - 1 : 0, text.size());
     const auto line = std::count(text.begin(), text.begin() + static_cast<long>(place), '\n') + 1;
-    throw JobError(fmt::format("The job is not JSON: something is wrong in line {}, at or before "
-                               "this: {}",
-                               line, text.substr(place > 0 ? place - 1 : 0, 20)));
+    const std::string rest = text.substr(place, text.find('\n', place) - place);
+    throw JobError(fmt::format("The job is not JSON: line {} is wrong {}", line,
+                               rest.empty() ? "at its end" : "at or just before: " + rest));
   }
 }
 

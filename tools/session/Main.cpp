@@ -48,15 +48,14 @@ session::Job LoadJob(const Options& options, const std::string& drive) {
 }
 
 int RunJob(const Options& options, const session::Job& job, const std::string& drive) {
-  int status = 0;
+  std::string failure;
   session::SessionSetup setup{drive, std::chrono::seconds(options.patience)};
   session::Session session(job, setup, Tell);
   Tell(fmt::format("Job: {}", drawboard::ToUtf8(job.name)));
   try {
     session.Run();
   } catch (const session::SessionError& error) {
-    Complain(fmt::format("The session failed. {}", error.what()));
-    status = kStepFailed;
+    failure = error.what();
   }
   const session::ReportStyle style{session::OutputIsTerminal(), options.allCalls};
   std::fputs(session::ReportText(session, style).c_str(), stdout);
@@ -64,7 +63,10 @@ int RunJob(const Options& options, const session::Job& job, const std::string& d
     session::WriteReport(session, options.out);
     Tell(fmt::format("\nWritten to {}: session.txt, document.json, bom.csv", options.out));
   }
-  return status;
+  std::fflush(stdout);
+  if (failure.empty()) return 0;
+  Complain(fmt::format("\nThe session failed. {}", failure));
+  return kStepFailed;
 }
 
 int Run(const Options& options) {
@@ -86,7 +88,8 @@ int Run(const Options& options) {
 int main(int count, char** texts) {
   Options options;
   CLI::App app(
-      "Runs a session of the CAD with the calculations of a job: logs in, starts the calculations,\n"
+      "Runs a session of the CAD with the calculations of a job: logs in, starts the "
+      "calculations,\n"
       "lets the calculation host calculate and call back, changes inputs, updates the parts, logs\n"
       "out. Prints who called whom and the model that then stands in the CAD.\n"
       "Exit status: 0 done, 1 a step failed, 2 the job or an argument is wrong.",

@@ -63,8 +63,8 @@ std::string PropertyLine(const DocumentJson& object, const std::string& unit) {
 std::string ObjectText(const DocumentJson& object, const std::string& unit, bool last,
                        std::size_t width) {
   const std::string indent = last ? "     " : "│    ";
-  std::string text = fmt::format("{}{}  ({})\n", last ? "└─ " : "├─ ", Text(object, "name"),
-                                 Text(object, "kind"));
+  std::string text =
+      fmt::format("{}{}  ({})\n", last ? "└─ " : "├─ ", Text(object, "name"), Text(object, "kind"));
   const auto line = [&](const char* title, const std::string& value) {
     if (!value.empty()) text += fmt::format("{}{:<11}{}\n", indent, title, value);
   };
@@ -115,8 +115,9 @@ std::string ModelText(const DocumentJson& document, std::size_t width) {
 }
 
 std::size_t WidthOf(const std::string& utf8) {
-  return static_cast<std::size_t>(std::count_if(
-      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+  return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  }));
 }
 
 std::string Padded(const std::string& utf8, std::size_t width) {

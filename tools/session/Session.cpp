@@ -24,6 +24,8 @@ constexpr int kShowFlag = 0x10 | 0x40;
 constexpr int kModelFileKind = 1;
 constexpr int kDxfDrawings = 2;
 
+// When the CAD complained this long ago, what is waited for will not come.
+constexpr auto kHopelessAfter = std::chrono::seconds(1);
 constexpr auto kPumpInterval = std::chrono::milliseconds(5);
 
 std::string Utf8(const std::string& bytes) { return drawboard::ToUtf8(bytes); }
@@ -56,10 +58,18 @@ void Session::Run() {
   try {
     RunSteps();
   } catch (...) {
-    documentText = cad.DocumentText();
+    KeepDocument();
     throw;
   }
   documentText = cad.DocumentText();
+}
+
+void Session::KeepDocument() {
+  try {
+    documentText = cad.DocumentText();
+  } catch (const SessionError&) {
+    documentText.clear();
+  }
 }
 
 void Session::RunSteps() {
@@ -155,28 +165,34 @@ void Session::LogOut() {
 
 std::vector<std::string> Session::AwaitAnswer(const std::string& what, const std::string& order) {
   Answer answer;
-  const bool answered = PumpUntil([&] {
-    answer = Orders::Read(order);
-    return answer.result != Answer::Result::Pending;
-  });
+  const bool answered = PumpUntil(
+      [&] {
+        answer = Orders::Read(order);
+        return answer.result != Answer::Result::Pending;
+      },
+      [] { return false; });
   if (!answered) Fail(what + ": the calculation host does not answer");
   if (answer.result == Answer::Result::Refused) {
     Fail(what + " was refused by the calculation host: " + Utf8(answer.message));
   }
+  if (answer.protocols.empty()) Fail(what + ": the calculation host named no part");
   return answer.protocols;
 }
 
 void Session::AwaitDocument(const std::string& what, const std::string& expected,
                             const std::function<bool(const DocumentJson&)>& done) {
-  if (!PumpUntil([&] { return done(Document()); })) Fail(what + ": " + expected);
+  const bool reached =
+      PumpUntil([&] { return done(Document()); }, [&] { return cad.HasMessages(); });
+  if (!reached) Fail(what + ": " + expected);
 }
 
-bool Session::PumpUntil(const std::function<bool()>& done) {
-  const auto end = std::chrono::steady_clock::now() + setup.patience;
+bool Session::PumpUntil(const std::function<bool()>& done, const std::function<bool()>& hopeless) {
+  const auto start = std::chrono::steady_clock::now();
   for (;;) {
     quillmar::platform::PumpMessages();
     if (done()) return true;
-    if (std::chrono::steady_clock::now() > end) return false;
+    const auto waited = std::chrono::steady_clock::now() - start;
+    if (waited > setup.patience || (waited > kHopelessAfter && hopeless())) return false;
     std::this_thread::sleep_for(kPumpInterval);
   }
 }

@@ -17,7 +17,7 @@
 namespace session {
 
 struct SessionSetup {
-  std::string drive;                 // root of the machine's drive, without trailing backslash
+  std::string drive;                  // root of the machine's drive, without trailing backslash
   std::chrono::seconds patience{30};  // for what the host and the module have to do
 };
 
@@ -35,6 +35,8 @@ class Session {
 
  private:
   void RunSteps();
+  // After a failure: whatever can still be had of the document.
+  void KeepDocument();
   void BeginDocument();
   void LogIn();
   void Start(const Calculation& calculation);
@@ -46,7 +48,8 @@ class Session {
   // Waits until `done` says so of the document.
   void AwaitDocument(const std::string& what, const std::string& expected,
                      const std::function<bool(const DocumentJson&)>& done);
-  bool PumpUntil(const std::function<bool()>& done);
+  // False when the patience was over, or when `hopeless` said so after a while.
+  bool PumpUntil(const std::function<bool()>& done, const std::function<bool()>& hopeless);
   DocumentJson Document();
   // `what`, followed by what the CAD had to say about it.
   [[noreturn]] void Fail(const std::string& what);

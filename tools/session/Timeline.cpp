@@ -21,8 +21,8 @@ std::string Shortened(const std::string& text, std::size_t width) {
 
 std::string Line(std::int64_t microseconds, const std::string& from, const std::string& to,
                  const std::string& what, const std::string& result, std::size_t width) {
-  const std::string head = fmt::format("{:8.3f} s  {:>9} → {:<9} ",
-                                       static_cast<double>(microseconds) / 1e6, from, to);
+  const std::string head =
+      fmt::format("{:8.3f} s  {:>9} → {:<9} ", static_cast<double>(microseconds) / 1e6, from, to);
   const std::string tail = result.empty() ? std::string() : " = " + Shortened(result, 24);
   const std::size_t used = WidthOf(head) + tail.size();
   return head + Shortened(what, width > used ? width - used : 1) + tail + "\n";

@@ -54,7 +54,9 @@ bool RelocateFile(const std::string& from, const std::string& to) {
 
 bool EraseFolder(const std::string& path) {
   std::error_code failed;
-  fs::remove_all(HostPath(path), failed);
+  const fs::path host = HostPath(path);
+  if (!fs::is_directory(host, failed)) return true;
+  fs::remove_all(host, failed);
   return !failed;
 }
 

@@ -151,8 +151,8 @@ TEST_F(Automation, LetsGoOfAnAbandonedObject) {
 // A class without a factory is started by the program that the registry names.
 TEST_F(Automation, StartsTheLocalServer) {
   std::string program = test.Install(QM_TEST_IN_PROCESS, test.Folder());
-  CreateKey(Hive::LocalMachine, std::string("Software\\Classes\\CLSID\\") + kClass +
-                                    "\\LocalServer32")
+  CreateKey(Hive::LocalMachine,
+            std::string("Software\\Classes\\CLSID\\") + kClass + "\\LocalServer32")
       ->Set("", RegistryType::Text, '"' + program + '"');
   EXPECT_EQ(CreateAutomationObject(kClass), nullptr);  // it registers nothing
   EXPECT_THAT(machine.DebugLines(), testing::ElementsAre('"' + program + "\" -Embedding"));

@@ -118,7 +118,8 @@ TEST_F(RegistryFile, OutlivesDamage) {
   };
   for (const std::string& line : lines) {
     Machine::Current().DebugLines().clear();
-    Write(user, kHeader4 + "\"a\"=\"1\"\r\n" + line + "\r\n[HKEY_CURRENT_USER\\K]\r\n\"b\"=\"2\"\r\n");
+    Write(user,
+          kHeader4 + "\"a\"=\"1\"\r\n" + line + "\r\n[HKEY_CURRENT_USER\\K]\r\n\"b\"=\"2\"\r\n");
     EXPECT_EQ(Query("a"), "1:1\0"s) << line.substr(0, 40);
     EXPECT_EQ(Query("b"), "1:2\0"s) << line.substr(0, 40);
     EXPECT_EQ(Query("v"), "-") << line.substr(0, 40);
@@ -185,11 +186,13 @@ TEST_F(RegistryFile, KeepsForeignCharacters) {
 }
 
 TEST_F(RegistryFile, KeepsCommentsAndForeignKeys) {
-  Write(user, "REGEDIT4\r\n; top\r\n[HKEY_USERS\\X]\r\n\"y\"=\"z\"\r\n\r\n"
-              "[HKEY_CURRENT_USER\\K]\r\n; about v\r\n\"v\"=\"1\"\r\n");
+  Write(user,
+        "REGEDIT4\r\n; top\r\n[HKEY_USERS\\X]\r\n\"y\"=\"z\"\r\n\r\n"
+        "[HKEY_CURRENT_USER\\K]\r\n; about v\r\n\"v\"=\"1\"\r\n");
   CreateKey(Hive::CurrentUser, "K")->Set("v", RegistryType::Text, "2");
-  EXPECT_EQ(Read(user), "REGEDIT4\r\n; top\r\n[HKEY_USERS\\X]\r\n\"y\"=\"z\"\r\n\r\n"
-                        "[HKEY_CURRENT_USER\\K]\r\n; about v\r\n\"v\"=\"2\"\r\n");
+  EXPECT_EQ(Read(user),
+            "REGEDIT4\r\n; top\r\n[HKEY_USERS\\X]\r\n\"y\"=\"z\"\r\n\r\n"
+            "[HKEY_CURRENT_USER\\K]\r\n; about v\r\n\"v\"=\"2\"\r\n");
 }
 
 TEST_F(RegistryFile, SeesChangesByOthersAtOnce) {
