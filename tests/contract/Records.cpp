@@ -11,14 +11,15 @@
 namespace quillmar::contract {
 namespace {
 
-const strict::StorageFunctions& Com() {
-  static const QmModule library = [] {
-    if (const QmModule loaded = platform::FindLoadedModule(QM_STORAGE_LIBRARY)) return loaded;
-    return platform::LoadLibraryAt(kSuiteFolder + "\\" QM_STORAGE_LIBRARY).library.Release();
-  }();
-  static const strict::StorageFunctions functions =
-      strict::BindStorage([](const char* name) { return platform::FindFunction(library, name); });
-  return functions;
+// Bound anew each time: between two tests of a program the library is unloaded with the module and
+// comes back elsewhere.
+strict::StorageFunctions Com() {
+  QmModule library = platform::FindLoadedModule(QM_STORAGE_LIBRARY);
+  if (library == nullptr) {
+    library = platform::LoadLibraryAt(kSuiteFolder + "\\" QM_STORAGE_LIBRARY).library.Release();
+  }
+  return strict::BindStorage(
+      [&](const char* name) { return platform::FindFunction(library, name); });
 }
 
 // Reads one of `count` texts of a call with growing buffers, joined by blanks.
