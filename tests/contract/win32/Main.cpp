@@ -3,5 +3,7 @@
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  return RUN_ALL_TESTS();
+  const int result = RUN_ALL_TESTS();
+  // A filter that names no test must not count as a success.
+  return testing::UnitTest::GetInstance()->test_to_run_count() == 0 ? 1 : result;
 }
