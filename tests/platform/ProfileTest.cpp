@@ -105,7 +105,7 @@ TEST_F(Profile, FindsValues) {
 
 TEST_F(Profile, ListsSectionsAndKeys) {
   machine.WriteFile(file,
-                    "early=1\r\n[Two]\r\nb=1\r\n;c=2\r\nnoeq\r\nB=3\r\n\"q\"=4\r\n= 5\r\n"
+                    "early=1\r\n[Two]\r\nb=1\r\n;c=2\r\nnoeq\r\nB=3\r\n\"q\"=4\r\n= 5\r\n= 6\r\n"
                     "[]\r\n[One]\r\n[Empty]\r\n[one]\r\nk=1\r\n");
   EXPECT_EQ(Read(nullptr, nullptr, "", 64), "Two\0One\0Empty\0one\0"s);
   EXPECT_EQ(Read(nullptr, "b", "", 64), "Two\0One\0Empty\0one\0"s);
@@ -270,6 +270,16 @@ TEST_F(Profile, ChangesOneLineAndKeepsTheOthers) {
     machine.WriteFile(file, before);
     EXPECT_TRUE(WriteProfileText(file, row.section, row.key, row.value)) << number;
     EXPECT_EQ(WithoutEmptyLines(machine.ReadFile(file)), row.contents) << number;
+  }
+}
+
+TEST_F(Profile, ClosesALastLineThatIsOpen) {
+  for (const char* section : {"M", "N"}) {
+    file = machine.InFolder(std::string(section) + ".ini");
+    machine.WriteFile(file, "[M]\r\na=1");
+    EXPECT_TRUE(WriteProfileText(file, section, "b", "2"));
+    const std::string heading = section == "M"s ? "" : "[N]\r\n";
+    EXPECT_EQ(WithoutEmptyLines(machine.ReadFile(file)), "[M]\r\na=1\r\n" + heading + "b=2\r\n");
   }
 }
 

@@ -131,6 +131,7 @@ TEST_F(Registry, DeletesWhatIsThereAndHasNothingBelow) {
   EXPECT_TRUE(key.DeleteSubKey("SUB\\deep"));
   EXPECT_TRUE(key.DeleteSubKey("sub"));
   EXPECT_THAT(SubKeys(key), IsEmpty());
+  EXPECT_FALSE(key.DeleteSubKey(""));
 }
 
 TEST_F(Registry, AnswersNothingOnADeletedKey) {

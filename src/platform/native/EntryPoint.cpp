@@ -15,8 +15,11 @@ using quillmar::platform::HostPathOf;
 using quillmar::platform::ModuleAt;
 
 bool attached = false;
+bool inImage = false;
 
-std::string OwnPath() { return HostPathOf(ModuleAt(&attached)).native(); }
+void LeaveImage() {
+  if (inImage) quillmar::platform::DetachFromImage();
+}
 
 // Nothing may be thrown into the loader.
 bool Attach() {
@@ -35,7 +38,7 @@ void Detach(bool processEnding) {
   } catch (...) {
     // Nobody is left who could be told.
   }
-  if (!processEnding) quillmar::platform::DetachFromImage(OwnPath());
+  if (!processEnding) LeaveImage();
 }
 
 // At the end of the process this runs before the module's static objects are destroyed. When the
@@ -43,12 +46,12 @@ void Detach(bool processEnding) {
 void OnProcessEnd() { Detach(true); }
 
 __attribute__((constructor)) void OnLoad() {
-  quillmar::platform::AttachToImage(OwnPath());
+  inImage = quillmar::platform::AttachToImage(HostPathOf(ModuleAt(&attached)).native());
   attached = Attach();
   if (attached) {
     std::atexit(OnProcessEnd);
   } else {
-    quillmar::platform::DetachFromImage(OwnPath());
+    LeaveImage();
   }
 }
 

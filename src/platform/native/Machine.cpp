@@ -48,10 +48,7 @@ std::filesystem::path RootOf(const std::filesystem::path& hostPath) {
 
 Machine::State::State(const std::filesystem::path& root)
     : paths(root), windows(std::make_shared<WindowSystem>()) {
-  auto report = [this](const std::string& line) {
-    std::lock_guard guard(mutex);
-    debugLines.push_back(line);
-  };
+  auto report = [record = debugRecord](const std::string& line) { record->Add(line); };
   std::filesystem::path folder = paths.Root() / kRegistryFolder;
   currentUser =
       std::make_shared<HiveStore>(folder / "HKEY_CURRENT_USER.reg", u"HKEY_CURRENT_USER", report);
@@ -114,7 +111,7 @@ void Machine::SetSearchPath(std::vector<std::string> folders) {
 
 ScriptedAnswers& Machine::Answers() { return state->answers; }
 std::vector<ShownDialog>& Machine::Shown() { return state->shown; }
-std::vector<std::string>& Machine::DebugLines() { return state->debugLines; }
+std::vector<std::string>& Machine::DebugLines() { return state->debugRecord->lines; }
 
 void Machine::RegisterActiveObject(const std::string& classId,
                                    std::shared_ptr<AutomationServer> server) {
@@ -144,24 +141,25 @@ MachineScope::MachineScope(Machine& machine) : before(current.exchange(&machine)
 
 MachineScope::~MachineScope() { current = before; }
 
-void AttachToImage(const std::string& hostPath) {
+bool AttachToImage(const std::string& hostPath) {
   std::filesystem::path root = RootOf(hostPath);
   AttachedMachine& attached = Attached();
   std::lock_guard guard(attached.mutex);
-  if (root.empty() || (current != nullptr && current != attached.machine.get())) return;
-  if (attached.modules > 0 && attached.machine->Root() != root) return;
-  if (attached.machine == nullptr || attached.machine->Root() != root) {
-    current = nullptr;
+  if (root.empty() || (current != nullptr && current != attached.machine.get())) return false;
+  bool same = attached.machine != nullptr && attached.machine->Root() == root;
+  if (!same) {
+    if (attached.modules > 0) return false;
     attached.machine = std::make_unique<Machine>(root);
   }
   ++attached.modules;
   current = attached.machine.get();
+  return true;
 }
 
-void DetachFromImage(const std::string& hostPath) {
+void DetachFromImage() {
   AttachedMachine& attached = Attached();
   std::lock_guard guard(attached.mutex);
-  if (attached.modules > 0 && attached.machine->Root() == RootOf(hostPath)) --attached.modules;
+  if (attached.modules > 0) --attached.modules;
 }
 
 }  // namespace quillmar::platform

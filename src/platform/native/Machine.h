@@ -110,9 +110,11 @@ class MachineScope {
 
 // Called by the native library entry point and by programs of an image with their own host path:
 // makes the image's machine current when none is. The first image counts until all of its modules
-// that attached have detached; then the next image that attaches takes its place.
-void AttachToImage(const std::string& hostPath);
-void DetachFromImage(const std::string& hostPath);
+// that attached have detached; then the next image that attaches takes its place. True when the
+// caller's image is the current one from now on: such a module detaches in the end, programs need
+// not.
+bool AttachToImage(const std::string& hostPath);
+void DetachFromImage();
 
 // Name of the function through which a program that is a shared object is started inside this
 // process (StartProgram): int (*)(const char* commandLine), nonzero when it started; it has

@@ -19,6 +19,17 @@
 
 namespace quillmar::platform {
 
+// What was written to the debugger. Hives that outlive the machine write to it, too.
+struct DebugRecord {
+  void Add(const std::string& line) {
+    std::lock_guard guard(mutex);
+    lines.push_back(line);
+  }
+
+  std::mutex mutex;
+  std::vector<std::string> lines;
+};
+
 struct Machine::State {
   explicit State(const std::filesystem::path& root);
 
@@ -30,6 +41,7 @@ struct Machine::State {
   std::uint32_t ReadClock();
 
   Paths paths;
+  std::shared_ptr<DebugRecord> debugRecord = std::make_shared<DebugRecord>();
   // Handles on keys and windows may outlive the machine.
   std::shared_ptr<HiveStore> currentUser;
   std::shared_ptr<HiveStore> localMachine;
@@ -45,7 +57,6 @@ struct Machine::State {
   std::vector<std::string> searchPath;
   ScriptedAnswers answers;
   std::vector<ShownDialog> shown;
-  std::vector<std::string> debugLines;
 };
 
 }  // namespace quillmar::platform

@@ -95,9 +95,7 @@ bool EqualsNoCase(std::string_view left, std::string_view right) {
 }
 
 void DebugOutput(const std::string& text) {
-  Machine::State& machine = Machine::Current().Internals();
-  std::lock_guard guard(machine.mutex);
-  machine.debugLines.push_back(text);
+  Machine::Current().Internals().debugRecord->Add(text);
 }
 
 }  // namespace quillmar::platform

@@ -205,25 +205,28 @@ TEST(Machine, StartsSharedObjectsInsideTheProcess) {
   EXPECT_FALSE(StartProgram({library, "", "", ShowMode::Normal}).has_value());
 }
 
-// The roots that are current after each step, by their names.
+// Whether each attach was accepted ("+" or "-"), with the name of the root that is current then.
 std::string AttachAndDetach(const fs::path& folder) {
-  auto moduleOf = [&](const char* root) { return (folder / root / "drive_c" / "x.dll").native(); };
   std::string seen;
-  auto look = [&] { seen += Machine::Current().Root().filename().native() + " "; };
-  AttachToImage("/usr/lib/x.so");
-  look();
-  AttachToImage(moduleOf("one"));
-  AttachToImage(moduleOf("one"));
-  AttachToImage(moduleOf("two"));
-  look();
-  DetachFromImage(moduleOf("two"));
-  DetachFromImage(moduleOf("one"));
-  AttachToImage(moduleOf("two"));
-  look();
-  DetachFromImage(moduleOf("one"));
-  look();
-  AttachToImage(moduleOf("two"));
-  look();
+  auto attach = [&](const fs::path& module) {
+    seen += AttachToImage(module.native()) ? "+" : "-";
+    seen += Machine::Current().Root().filename().native() + " ";
+  };
+  attach("/usr/lib/x.so");
+  attach(folder / "one" / "drive_c" / "Test" / "x.dll");
+  attach(folder / "one" / "drive_c" / "y.dll");
+  attach(folder / "two" / "drive_c" / "x.dll");
+  DetachFromImage();
+  attach(folder / "two" / "drive_c" / "x.dll");
+  DetachFromImage();
+  seen += Machine::Current().Root().filename().native() + " ";
+  attach(folder / "two" / "drive_c" / "x.dll");
+  DetachFromImage();
+  DetachFromImage();
+  attach(folder / "one" / "drive_c" / "x.dll");
+  Machine other("/nowhere");
+  MachineScope scope(other);
+  attach(folder / "one" / "drive_c" / "x.dll");
   return seen;
 }
 
@@ -241,7 +244,7 @@ TEST(AttachToImageDeathTest, MakesTheFirstImageCurrentUntilItsModulesAreGone) {
         std::cerr << AttachAndDetach(folder);
         std::_Exit(0);
       },
-      testing::ExitedWithCode(0), "machine one one one two");
+      testing::ExitedWithCode(0), "-machine \\+one \\+one -one -one one \\+two \\+one -nowhere");
   fs::remove_all(folder);
 }
 

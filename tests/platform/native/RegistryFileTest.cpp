@@ -4,8 +4,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <fstream>
+#include <iterator>
 #include <thread>
 
 #include "platform/Registry.h"
@@ -119,14 +121,14 @@ TEST_F(RegistryFile, OutlivesDamage) {
   for (const std::string& line : lines) {
     Machine::Current().DebugLines().clear();
     Write(user,
-          kHeader4 + "\"a\"=\"1\"\r\n" + line + "\r\n[HKEY_CURRENT_USER\\K]\r\n\"b\"=\"2\"\r\n");
+          kHeader4 + "\"a\"=\"1\"\r\n" + line + "\r\n[HKEY_CURRENT_USER\\L]\r\n\"b\"=\"2\"\r\n");
     EXPECT_EQ(Query("a"), "1:1\0"s) << line.substr(0, 40);
-    EXPECT_EQ(Query("b"), "1:2\0"s) << line.substr(0, 40);
+    EXPECT_EQ(Query("b", Hive::CurrentUser, "L"), "1:2\0"s) << line.substr(0, 40);
     EXPECT_EQ(Query("v"), "-") << line.substr(0, 40);
     EXPECT_THAT(Machine::Current().DebugLines(), testing::SizeIs(1)) << line.substr(0, 40);
     EXPECT_TRUE(CreateKey(Hive::CurrentUser, "K")->Set("c", RegistryType::Text, "3"));
     EXPECT_THAT(Read(user), HasSubstr("\r\n" + line + "\r\n"));
-    EXPECT_EQ(Query("b"), "1:2\0"s);
+    EXPECT_EQ(Query("b", Hive::CurrentUser, "L"), "1:2\0"s);
   }
 }
 
@@ -208,8 +210,11 @@ TEST_F(RegistryFile, IsNotReplacedWhenItCannotBeReadOrWritten) {
   CreateKey(Hive::CurrentUser, "K")->Set("v", RegistryType::Text, "1");
   std::string before = Read(user);
   std::filesystem::permissions(user, std::filesystem::perms::owner_read);
+  // Long enough that the file is not read again for its youth.
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
   RegistryHandle key = std::move(*OpenKey(Hive::CurrentUser, "K"));
   EXPECT_FALSE(key.Set("v", RegistryType::Text, "2"));
+  EXPECT_EQ(Query("v"), "1:1\0"s);
   EXPECT_FALSE(key.DeleteValue("v"));
   EXPECT_FALSE(CreateKey(Hive::CurrentUser, "L").has_value());
   EXPECT_TRUE(key.Set("v", RegistryType::Text, "1"));
