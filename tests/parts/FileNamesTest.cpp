@@ -1,62 +1,12 @@
 // File names from the user's settings.
-#include "naming/FileNames.h"
-
-#include "PartsWorld.h"
-#include "Questions.h"
+#include "FileNamesWorld.h"
 
 namespace quillmar::test {
 namespace {
 
 using Lines = std::vector<std::string>;
 
-struct Setting {
-  const char* name;
-  std::string text;          // written as a text when it is not empty
-  std::uint32_t number = 0;  // else as a number
-};
-
-class FileNamesTest : public PartsWorld {
- protected:
-  // The path by these settings; "(cancelled)" or "(unchanged)" when there is none.
-  std::string Name(bool local, const std::vector<Setting>& settings,
-                   const std::vector<Entry>& entries = {}) {
-    for (const char* name : {"LocalFileName", "SharedFileName", "LocalFolder", "SharedFolder"}) {
-      SetOption("OptGeneral2", name, std::string());
-    }
-    for (const Setting& setting : settings) {
-      if (setting.text.empty()) {
-        SetOption("OptGeneral2", setting.name, setting.number);
-      } else {
-        SetOption("OptGeneral2", setting.name, setting.text);
-      }
-    }
-    VXProtocol protocol(protocols, MakeProtocol("p", entries));
-    request.emplace(FileNameRequest{.protocol = protocol,
-                                    .local = local,
-                                    .change = change,
-                                    .modelChanged = modelChanged,
-                                    .sessionWithoutNames = sessionWithoutNames,
-                                    .caption = "Cap",
-                                    .extension = "prt",
-                                    .typeName = "Parts",
-                                    .modelFilePath =
-                                        [](std::string& path) {
-                                          path = "lib";
-                                          return true;
-                                        },
-                                    .wantsFolder = [this] { return wantsFolder; }});
-    Journal::Get().Reset();
-    std::string path = "(unchanged)";
-    const FileNameContext context{driver, options, fileNames, texts, ids};
-    return MakeFileName(context, *request, path) ? path : "(cancelled)";
-  }
-
-  std::optional<FileNameRequest> request;
-  bool change = false;
-  bool modelChanged = true;
-  bool sessionWithoutNames = false;
-  bool wantsFolder = true;
-};
+class FileNamesTest : public FileNamesWorld {};
 
 TEST_F(FileNamesTest, SharedPartsByFolderType) {
   const std::vector<Entry> entries = {{"Globals", "RefKey", "A1"}};
@@ -157,20 +107,6 @@ TEST_F(FileNamesTest, TheDriverAsksForAFile) {
   EXPECT_EQ(options.ReadOptionText("OptGeneral", "LastQuestionPath", ""), "D:\\parts");
   FakeCad::Get().refuses = {"ShowFileDialog"};
   EXPECT_EQ(Name(false, settings, entries), "(cancelled)");
-}
-
-TEST_F(FileNamesTest, TheUserIsAsked) {
-  const std::vector<Setting> folder = {
-      {"SharedFileName", "n"}, {"SharedFolderType", "", 8}, {"SharedStructure", "", 1}};
-  const std::vector<Setting> file = {{"SharedFileName", "n"}, {"SharedFolderType", "", 16}};
-  if (!AnswerNextFolderQuestion("E:\\picked")) GTEST_SKIP() << "nobody answers questions here";
-  AnswerNextFileQuestion("E:\\saved\\as.prt");
-  EXPECT_EQ(Name(false, folder, {{"Globals", "RefKey", "A1"}}), "E:\\picked\\n.prt");
-  EXPECT_EQ(options.ReadOptionText("OptGeneral", "LastQuestionPath", ""), "E:\\picked");
-  EXPECT_EQ(Name(false, file), "E:\\saved\\as.prt");
-  EXPECT_EQ(options.ReadOptionText("OptGeneral", "LastQuestionPath", ""), "E:\\saved\\");
-  EXPECT_EQ(Name(false, folder), "(cancelled)");
-  EXPECT_EQ(Name(false, file), "(cancelled)");
 }
 
 }  // namespace
