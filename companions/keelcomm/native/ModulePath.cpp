@@ -16,13 +16,15 @@ std::string OwnHostPath() {
 // The library belongs to the machine of its image from load to unload.
 class ImageMembership {
  public:
-  ImageMembership() { platform::AttachToImage(path); }
-  ~ImageMembership() { platform::DetachFromImage(path); }
+  ImageMembership() : isMember(platform::AttachToImage(OwnHostPath())) {}
+  ~ImageMembership() {
+    if (isMember) platform::DetachFromImage();
+  }
   ImageMembership(const ImageMembership&) = delete;
   ImageMembership& operator=(const ImageMembership&) = delete;
 
  private:
-  std::string path = OwnHostPath();
+  bool isMember;
 };
 
 const ImageMembership membership;
