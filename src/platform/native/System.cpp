@@ -94,8 +94,6 @@ bool EqualsNoCase(std::string_view left, std::string_view right) {
                     [](char a, char b) { return LowerCharacter(a) == LowerCharacter(b); });
 }
 
-void DebugOutput(const std::string& text) {
-  Machine::Current().Internals().debugRecord->Add(text);
-}
+void DebugOutput(const std::string& text) { Machine::Current().Internals().debugRecord->Add(text); }
 
 }  // namespace quillmar::platform
