@@ -55,6 +55,8 @@ TEST(CodePage, EveryByteComesBackAndForeignCharactersAreNoticed) {
 
 TEST_F(CadAddin, AReopenedDocumentIsTheSame) {
   ASSERT_EQ(InsertWheel("P1", "<ASM>\\Wheel.dbp"), 1);
+  ASSERT_EQ(cad.Drawboard_SetParameter("Wheel", "Thread", "M8"), 1);
+  ASSERT_EQ(cad.ConnectProtocol("P1", Reference("F1").c_str()), 1);
   const double x[] = {0, 10, 0.1}, y[] = {0, 0, 1.0 / 3};
   ASSERT_EQ(cad.InsertCamPart("C1", 3, x, y, 2.5, "mm", Reference("C1").c_str(),
                               "<WORKSPACE>\\Cam.dbp", "Cam", nullptr, 0),
@@ -66,6 +68,12 @@ TEST_F(CadAddin, AReopenedDocumentIsTheSame) {
   const auto before = Document();
   ASSERT_EQ(cad.Drawboard_OpenDocument(document.c_str()), 1) << Messages();
   EXPECT_EQ(Document(), before);
+  // Also what no list shows: a former identity, and which parameters the CAD added.
+  EXPECT_EQ(Read([&](char* t, int* s) { return cad.GetProtocol("P1", t, s); }), Reference("F1"));
+  ASSERT_EQ(cad.ChangeParamPart("F1", "", "*view*,M,d,90,b,20", Reference("F1").c_str(), 1, "", "",
+                                nullptr, 0, 0),
+            1);
+  EXPECT_EQ(Object("Wheel")["parameters"]["Thread"], "M8");
   EXPECT_EQ(before["exchangedFiles"][0]["contents"], std::string("a\0b", 3));
 }
 

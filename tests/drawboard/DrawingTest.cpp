@@ -29,6 +29,7 @@ TEST_F(CadAddin, ADrawingIsCopiedBecauseTheHostsFileIsTemporary) {
 
 TEST_F(CadAddin, DxfAndPreviewShowTheOutlinesOfTheModel) {
   ASSERT_EQ(InsertWheel("P1", "", "*view*,M,d,100,dh,20,b,10"), 1);
+  ASSERT_EQ(InsertWheel("P2", "", "*view*,M,d,60,b,10"), 1);
   ASSERT_EQ(cad.InsertCalculation("K1", Reference("K1").c_str(), "no body"), 1);
   const std::string dxf = folder + "\\model.dxf";
   ASSERT_EQ(cad.CreateDxfFile(dxf.c_str()), 1);
@@ -41,8 +42,9 @@ TEST_F(CadAddin, DxfAndPreviewShowTheOutlinesOfTheModel) {
        at = text->find("POLYLINE", at + 1)) {
     ++outlines;
   }
-  EXPECT_EQ(outlines, 2) << "rim and bore";
+  EXPECT_EQ(outlines, 3) << "a rim with its bore, a rim";
   EXPECT_NE(text->find("10\n10\n20\n50\n"), std::string::npos);
+  EXPECT_NE(text->find("10\n11\n20\n30\n"), std::string::npos) << "the second beside the first";
 
   const std::string begin = folder + "\\picture";
   std::string buffer = begin + std::string(11, '\0');

@@ -156,6 +156,43 @@ TEST_F(CadAddin, ALibraryModelGivesParametersFeaturesAndConfigurations) {
   EXPECT_STREQ(active, "Short");
 }
 
+TEST_F(CadAddin, AnotherLibraryModelTakesThePlaceOfTheFirst) {
+  const std::string first = folder + "\\models\\A.dbp", second = folder + "\\models\\B.dbp";
+  ASSERT_TRUE(drawboard::WriteWholeFile(
+      first, R"({"parameters": {"Thread": "M8"}, "features": {"Keyway": "1"}})"));
+  ASSERT_TRUE(drawboard::WriteWholeFile(second, R"({"features": {"Groove": "0"}})"));
+  ASSERT_EQ(cad.InsertParamPart("P1", first.c_str(), "*view*,M,d,60", Reference("P1").c_str(), 1,
+                                "<ASM>\\Hub.dbp", "", nullptr, 0),
+            1);
+  const auto change = [&](const std::string& model, int modelChanged) {
+    return cad.ChangeParamPart("P1", model.c_str(), "*view*,M,d,60", Reference("P1").c_str(), 1, "",
+                               "", nullptr, 0, modelChanged);
+  };
+  ASSERT_EQ(change(first, 0), 1);
+  EXPECT_EQ(Object("Hub")["parameters"]["Thread"], "M8");
+  ASSERT_EQ(change(second, 1), 1);
+  EXPECT_EQ(Object("Hub")["parameters"], nlohmann::json({{"d", "60"}}));
+  EXPECT_EQ(Object("Hub")["featureStates"], nlohmann::json({{"Groove", "0"}}));
+}
+
+TEST_F(CadAddin, AFeatureBelongsToTheSelectedPartAndADocumentHasOneAssembly) {
+  ASSERT_EQ(InsertWheel("P1", "<ASM>\\Wheel.dbp"), 1);
+  ASSERT_EQ(cad.Drawboard_Select("P1"), 1);
+  ASSERT_EQ(cad.InsertFeature("", "F1", Reference("F1").c_str(), "<ASM>\\Keyway.dbf", "Keyway",
+                              "*view*,M,depth,4"),
+            1);
+  EXPECT_EQ(Object("Keyway")["featureOf"], "Wheel");
+
+  char caption[1024], id[260];
+  for (const char* assembly : {"A1", "A2"}) {
+    ASSERT_EQ(cad.InsertAssembly(assembly, "", Reference(assembly).c_str()), 1);
+    EXPECT_EQ(Read([&](char* t, int* s) { return cad.GetAssembly(caption, id, t, s); }),
+              Reference(assembly));
+    EXPECT_STREQ(id, assembly);
+  }
+  EXPECT_EQ(Document()["objects"].size(), 3u);
+}
+
 TEST_F(CadAddin, ViewsOfACalculationKnowWhoseTheyAre) {
   ASSERT_EQ(cad.McStart(0, "Gear", "mm", "P1", ""), 1);
   ASSERT_EQ(InsertWheel("P1", "<ASM>\\Main.dbp"), 1);
