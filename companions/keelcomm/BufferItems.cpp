@@ -34,7 +34,7 @@ void AppendField(std::string& item, std::string_view field) {
 template <typename... Fields>
 std::string MakeItem(ItemKind kind, const Fields&... fields) {
   std::string item(kSignature);
-  item += kind;
+  item += static_cast<char>(kind);
   (AppendField(item, fields), ...);
   return item;
 }

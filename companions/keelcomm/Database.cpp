@@ -25,7 +25,7 @@ constexpr char kTables[] = R"(
   PRAGMA user_version = 1;
 )";
 
-constexpr std::string_view kForeignSection = "";
+constexpr std::string_view kForeignSection;
 
 Connection Open(const std::string& file, int busyMilliseconds) {
   sqlite3* opened = nullptr;

@@ -19,6 +19,7 @@ using recorder::TraceReader;
 
 std::vector<std::string> Summaries(const std::vector<TracedCall>& calls) {
   std::vector<std::string> summaries;
+  summaries.reserve(calls.size());
   for (const TracedCall& call : calls) summaries.push_back(call.to + " " + call.Summary());
   return summaries;
 }

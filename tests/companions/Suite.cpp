@@ -22,7 +22,7 @@ void Bind(Function& function, const platform::Library& library, const char* name
 
 std::string InstallSuite(const TestMachine& machine, const std::string& name,
                          const std::string& settings) {
-  const std::string folder = machine.InFolder(name);
+  std::string folder = machine.InFolder(name);
   std::filesystem::create_directories(machine.HostPath(folder));
   for (const char* library : {QM_STORAGE_LIBRARY, QM_LINK_LIBRARY, QM_IPC_LIBRARY}) {
     machine.Install(library, folder);
