@@ -23,7 +23,7 @@ struct RegistryDocument {
   // Lines that belong to no key of this hive (comments at the top, keys of other hives): kept, and
   // written first.
   std::vector<std::u16string> otherLines;
-  // Numbers, from 1, of lines that were not understood. They are kept like comments.
+  // Numbers, from 1, of lines that were not understood. They are kept as comments.
   std::vector<std::size_t> damagedLines;
 };
 

@@ -12,6 +12,7 @@ namespace {
 constexpr std::u16string_view kHexDigits = u"0123456789abcdef";
 constexpr std::u16string_view kDwordMark = u"dword:";
 constexpr std::u16string_view kHexMark = u"hex";
+constexpr std::u16string_view kCommentMark = u"; ";
 
 // Root key that is another name of a place in a hive.
 constexpr std::u16string_view kClassesRoot = u"HKEY_CLASSES_ROOT";
@@ -103,7 +104,8 @@ class Reader {
     while (next < lines.size()) {
       std::size_t line = next++;
       if (Understand(lines[line])) continue;
-      Keep(lines[line]);
+      // As a comment: beside other neighbours it might mean something that it never meant.
+      Keep(std::u16string(kCommentMark).append(lines[line]));
       document.damagedLines.push_back(line + 1);
       // What was taken for its continuation is looked at again: it may be a line of its own.
       next = line + 1;
@@ -141,7 +143,7 @@ class Reader {
     bool removal = TakeMark(path, u"-");
     std::optional<std::u16string> below = PathInHive(path);
     key = nullptr;
-    foreignKey = !below || removal;
+    foreignKey = !below;
     if (!below) {
       Keep(line);
     } else if (removal) {
@@ -149,7 +151,7 @@ class Reader {
     } else {
       key = document.root.Create(*below);
     }
-    return foreignKey || key != nullptr;
+    return foreignKey || removal || key != nullptr;
   }
 
   std::optional<std::u16string> PathInHive(std::u16string_view path) const {
@@ -216,12 +218,15 @@ class Reader {
   // Bytes in hexadecimal, separated by commas; a backslash at the end continues on the next line.
   bool TakeHexBytes(std::u16string_view content, StoredValue& value) {
     std::string bytes;
-    for (bool more = true; more; content = more ? lines[next++] : content) {
-      content = WithoutComment(content);
-      more = !content.empty() && content.back() == u'\\' && next < lines.size();
-      if (more) content.remove_suffix(1);
-      if (!AppendHexBytes(content, bytes)) return false;
+    content = WithoutComment(content);
+    while (!content.empty() && content.back() == u'\\') {
+      content.remove_suffix(1);
+      if (!AppendHexBytes(content, bytes) || next == lines.size()) return false;
+      content = WithoutComment(lines[next++]);
+      // A value that breaks off must not become a shorter one.
+      if (content.empty()) return false;
     }
+    if (!AppendHexBytes(content, bytes)) return false;
     bool narrow = narrowTexts && IsTextType(value.type);
     value.bytes = narrow ? BytesOfText(Widen(bytes)) : std::move(bytes);
     return true;
@@ -245,7 +250,7 @@ class Reader {
   std::u16string_view hive;
   std::size_t next = 0;      // index of the line to be taken next
   bool narrowTexts = false;  // hex texts are bytes of the code page
-  bool foreignKey = false;   // the lines belong to a key of another hive or to a removed one
+  bool foreignKey = false;   // the lines belong to a key of another hive
   RegistryNode* key = nullptr;
   RegistryDocument document;
 };

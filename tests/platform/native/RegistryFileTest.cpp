@@ -37,6 +37,9 @@ class RegistryFile : public testing::Test {
     std::ifstream stream(file, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(stream), {});
   }
+  static std::string FirstLine(const std::string& text) {
+    return text.substr(0, text.find("\r\n"));
+  }
   // "type:data", "-" for no value.
   static std::string Query(const std::string& name, Hive hive = Hive::CurrentUser,
                            const std::string& path = "K") {
@@ -91,8 +94,8 @@ TEST_F(RegistryFile, ReadsWhatTheRegistryEditorWrites) {
   EXPECT_EQ(Query("", Hive::LocalMachine, "Software\\Classes\\P"), "1:d\0"s);
 }
 
-// Each line is damaged: it must not hurt its neighbours, must be reported, and must be in the file
-// still when the next value has been written.
+// The first line of each is damaged: it must not hurt its neighbours, must be reported, and must be
+// in the file as a comment when the next value has been written.
 TEST_F(RegistryFile, OutlivesDamage) {
   const std::string lines[] = {
       "\"v",
@@ -111,6 +114,9 @@ TEST_F(RegistryFile, OutlivesDamage) {
       "\"v\"=hex(xx):00",
       "\"v\"=hex(100000000):00",
       "\"v\"=hex:01,\\",
+      "\"v\"=hex:01,\\\r\n",
+      "\"v\"=hex:01,\\\r\n; 02",
+      "\"v\"=hex:01,\\\r\n\r\n; 02",
       "v=1",
       "=\"x\"",
       "[HKEY_CURRENT_USER\\Open",
@@ -127,7 +133,7 @@ TEST_F(RegistryFile, OutlivesDamage) {
     EXPECT_EQ(Query("v"), "-") << line.substr(0, 40);
     EXPECT_THAT(Machine::Current().DebugLines(), testing::SizeIs(1)) << line.substr(0, 40);
     EXPECT_TRUE(CreateKey(Hive::CurrentUser, "K")->Set("c", RegistryType::Text, "3"));
-    EXPECT_THAT(Read(user), HasSubstr("\r\n" + line + "\r\n"));
+    EXPECT_THAT(Read(user), HasSubstr("\r\n; " + FirstLine(line) + "\r\n"));
     EXPECT_EQ(Query("b", Hive::CurrentUser, "L"), "1:2\0"s);
   }
 }

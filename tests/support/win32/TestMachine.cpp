@@ -19,7 +19,10 @@ void RemoveRegistryPath() {
 }  // namespace
 
 struct TestMachine::Backend {
-  std::string folder = "C:\\Test" + std::to_string(GetCurrentProcessId());
+  // A name that no earlier machine had: an ended program's file may be held a moment longer.
+  static inline int count = 0;
+  std::string folder =
+      "C:\\Test" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count);
   std::string registryPath = kRegistryPath;
 };
 
