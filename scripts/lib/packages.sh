@@ -50,12 +50,19 @@ need_packages() {
   }
 }
 
-# The http(s) address of a Debian archive, from the machine's own sources where they name one.
+# The http(s) address of a Debian archive, as the machine's own sources name it. Until apt has read the
+# archives it does not know whose they are; then the folder's usual name tells.
 debian_mirror() {
   local found=
   if have apt-get; then
     found=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'Origin: Debian' 2>/dev/null |
       grep -E '^https?://' | grep -v security | head -n 1)
+    [ -n "$found" ] || found=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 2>/dev/null |
+      grep -E '^https?://[^ ]*/debian/?$' | head -n 1)
   fi
-  printf '%s\n' "${found:-http://deb.debian.org/debian}"
+  if [ -z "$found" ]; then
+    say "apt's sources name no Debian archive that is reached by http or https."
+    return 1
+  fi
+  printf '%s\n' "$found"
 }

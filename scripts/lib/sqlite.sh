@@ -7,10 +7,11 @@ sqlite_flags=(-O2 -march=pentium4 -mfpmath=sse -mstackrealign -DSQLITE_THREADSAF
   -DSQLITE_OMIT_LOAD_EXTENSION -DSQLITE_DEFAULT_WAL_SYNCHRONOUS=2)
 
 sqlite_source() {
-  local keyring=/usr/share/keyrings/debian-archive-keyring.gpg signed=''
+  local keyring=/usr/share/keyrings/debian-archive-keyring.gpg signed='' mirror
+  mirror=$(debian_mirror) || return 1
   [ -f "$keyring" ] && signed="[signed-by=$keyring] "
   mkdir -p lists/partial
-  echo "deb-src $signed$(debian_mirror) $sqlite_suite main" >source.list
+  echo "deb-src $signed$mirror $sqlite_suite main" >source.list
   # The machine's own sources and lists stay as they are.
   local apt=(apt-get -q -o "Dir::Etc::SourceList=$PWD/source.list" -o Dir::Etc::SourceParts=/dev/null
     -o "Dir::State::Lists=$PWD/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=

@@ -18,7 +18,7 @@ wine_locale=pl_PL.UTF-8
 
 wine_make_root() {
   local target=$1 mirror mode=auto log=$1.log
-  mirror=$(debian_mirror)
+  mirror=$(debian_mirror) || return 1
   [ "$(id -u)" -eq 0 ] || mode=unshare
   say "Making an isolated 32-bit Wine from $mirror (about a minute, 800 MB in the cache folder)"
   # Extracted by us so that every file belongs to the user, and so can be removed again.
