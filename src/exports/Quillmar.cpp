@@ -1,47 +1,27 @@
-// The exported functions: each checks its pointers and forwards. Nothing is thrown across them,
-// and before the library has started, or after it was taken down, they return their failure
-// result.
+// The application object, which lives from attach to detach, and the exports of the session.
+// Each export checks its pointers and forwards.
 #include "quillmar/Exports.h"
 
-#include <exception>
 #include <memory>
 
-#include "app/QuillmarApp.h"
 #include "commands/CalculationStarts.h"
+#include "exports/Forward.h"
 #include "parts/ObtainProtocol.h"
 #include "platform/EntryPoint.h"
 
+using quillmar::Forward;
+using quillmar::QuillmarApp;
+using quillmar::Text;
+
 namespace {
 
-using quillmar::QuillmarApp;
-
-// The one object of the process.
 std::unique_ptr<QuillmarApp> application;
-
-// Runs an export on the application. An exception is this module's own fault or a lack of memory:
-// it ends here, with a report and the failure result.
-template <class Result, class Operation>
-Result Forward(const char* name, Result failure, Operation operation) {
-  if (!application) return failure;
-  try {
-    return operation(*application);
-  } catch (const std::exception& error) {
-    try {
-      application->Services().errors.ReportError(std::string(name) + ": " + error.what(), QM_HERE);
-    } catch (...) {
-      return failure;
-    }
-    return failure;
-  } catch (...) {
-    return failure;
-  }
-}
-
-std::string Text(const char* text) { return text != nullptr ? text : ""; }
 
 }  // namespace
 
 namespace quillmar {
+
+QuillmarApp* Application() { return application.get(); }
 
 bool OnLibraryAttach(QmModule self) {
   try {
