@@ -4,8 +4,8 @@
 
 #include <memory>
 
+#include "Forward.h"
 #include "commands/CalculationStarts.h"
-#include "exports/Forward.h"
 #include "parts/ObtainProtocol.h"
 #include "platform/EntryPoint.h"
 
