@@ -27,8 +27,8 @@ using Road = void (*)(const PartServices&, VXProtocol&);
 
 void ModuleAlone(benchmark::State& state, Road road) {
   TemporaryMachine machine;
-  ModuleWorld world(InstantStorage(static_cast<int>(state.range(0))), InstantLinks(),
-                    InstantDriver());
+  ModuleWorld world(InstantStorage({.parameters = static_cast<int>(state.range(0))}),
+                    InstantLinks(), InstantDriver());
   VXProtocol protocol(world.Protocols(), "P0000001");
   for (auto step : state) road(world.Services(), protocol);
   state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -36,9 +36,19 @@ void ModuleAlone(benchmark::State& state, Road road) {
 BENCHMARK_CAPTURE(ModuleAlone, Insert, &InsertPart)->Arg(20)->Arg(200)->Arg(2000);
 BENCHMARK_CAPTURE(ModuleAlone, Update, &UpdatePart)->Arg(20)->Arg(200)->Arg(2000);
 
+void InsertWithViews(benchmark::State& state) {
+  TemporaryMachine machine;
+  ModuleWorld world(InstantStorage({.parameters = 20, .views = static_cast<int>(state.range(0))}),
+                    InstantLinks(), InstantDriver());
+  VXProtocol protocol(world.Protocols(), "P0000001");
+  for (auto step : state) InsertPart(world.Services(), protocol);
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(InsertWithViews)->Arg(1)->Arg(10)->Arg(99);
+
 void ForwardedCall(benchmark::State& state) {
   TemporaryMachine machine;
-  ModuleWorld world(InstantStorage(0), InstantLinks(), InstantDriver());
+  ModuleWorld world(InstantStorage({}), InstantLinks(), InstantDriver());
   VXProtocol protocol(world.Protocols(), "P0000001");
   for (auto step : state) benchmark::DoNotOptimize(protocol.PutKeyWord("Cadx", "Optim", "0"));
 }
@@ -46,8 +56,8 @@ BENCHMARK(ForwardedCall);
 
 void ParameterList(benchmark::State& state) {
   TemporaryMachine machine;
-  ModuleWorld world(InstantStorage(static_cast<int>(state.range(0))), InstantLinks(),
-                    InstantDriver());
+  ModuleWorld world(InstantStorage({.parameters = static_cast<int>(state.range(0))}),
+                    InstantLinks(), InstantDriver());
   VXProtocol protocol(world.Protocols(), "P0000001");
   std::string text;
   for (auto step : state) BuildParameterList(protocol, ListForm::Values, {}, text);

@@ -1,12 +1,14 @@
 #include "InstantCompanions.h"
 
+#include <cstdlib>
 #include <cstring>
+#include <optional>
 
 namespace quillmar::bench {
 namespace {
 
-int parameters = 0;
-QmStringList emptyList{};
+InstantProtocol described;
+std::optional<StringList> buffer;
 
 // Every function of the list succeeds and writes nothing, unless it is replaced below.
 #define QM_INSTANT(name, result, parameters_, arguments) \
@@ -32,7 +34,7 @@ short QM_STDCALL OpenProtocol(char* protocolId) {
 }
 
 short QM_STDCALL DataCount(const char*, short* count) {
-  *count = static_cast<short>(parameters);
+  *count = static_cast<short>(described.parameters);
   return 1;
 }
 
@@ -44,10 +46,14 @@ short QM_STDCALL DataItem(const char*, short, char* name, char* value, char* uni
 }
 
 short QM_STDCALL KeyWord(const char*, const char* section, const char* keyword, char* value) {
-  // No views and no configurations: a plain part.
-  const bool none = std::strcmp(section, "McwViews") == 0 || std::strcmp(keyword, "Active") == 0 ||
-                    std::strcmp(keyword, "Loop") == 0;
-  std::strcpy(value, none ? "" : "1");
+  // No configurations: a plain part, with or without views.
+  const bool none = std::strcmp(keyword, "Active") == 0 || std::strcmp(keyword, "Loop") == 0;
+  if (std::strcmp(section, "McwViews") == 0) {
+    std::strcpy(value,
+                std::atoi(keyword + std::strlen("View")) <= described.views ? "FRONT,m" : "");
+  } else {
+    std::strcpy(value, none ? "" : "1");
+  }
   return 1;
 }
 
@@ -68,7 +74,7 @@ short QM_STDCALL ShortText(const char*, char* text) {
 }
 
 short QM_STDCALL Buffer(const char*, QmStringList** list) {
-  *list = &emptyList;
+  *list = buffer->Get();
   return 1;
 }
 
@@ -76,8 +82,9 @@ int QM_STDCALL NoLinks(const char*) { return 0; }
 
 }  // namespace
 
-StorageTable InstantStorage(int parameterCount) {
-  parameters = parameterCount;
+StorageTable InstantStorage(const InstantProtocol& protocol) {
+  described = protocol;
+  buffer.emplace(protocol.buffer);
   StorageTable table;
 #define QM_SET(name, result, parameters_, arguments) table.name.pointer = &Instant_##name;
   QM_STORAGE_FUNCTIONS(QM_SET)

@@ -66,21 +66,15 @@ static_assert(offsetof(QmStringList, virtualTable) == 0 && offsetof(QmStringList
 namespace quillmar {
 
 /* The texts of a list in order, whoever made it. Stops at the end of the chain or when the list's
- * own count is reached, and never reads past a text's length or NUL. */
+ * own count is reached. Texts are read up to their NUL, which the framework always writes; the
+ * header is not looked at, so that a library whose texts lack it is understood as well. */
 inline std::vector<std::string_view> TextsOf(const QmStringList* list) {
   std::vector<std::string_view> texts;
   if (list == nullptr || list->count <= 0) return texts;
   texts.reserve(static_cast<std::size_t>(list->count));
   const QmStringNode* node = list->head;
   for (int32_t i = 0; i < list->count && node != nullptr; ++i, node = node->next) {
-    if (node->text == nullptr) {
-      texts.emplace_back();
-      continue;
-    }
-    QmTextHeader header;
-    std::memcpy(&header, node->text - sizeof(QmTextHeader), sizeof header);
-    const auto longest = header.length > 0 ? static_cast<std::size_t>(header.length) : 0;
-    texts.emplace_back(node->text, ::strnlen(node->text, longest));
+    texts.emplace_back(node->text != nullptr ? node->text : "");
   }
   return texts;
 }

@@ -23,7 +23,9 @@ void TrimEnd(std::string& text, std::size_t from) {
 class Expansion {
  public:
   Expansion(std::string text, const TokenValue& valueOf)
-      : pending(std::move(text)), valueOf(valueOf) {}
+      : pending(std::move(text)), valueOf(valueOf) {
+    done.reserve(pending.size());
+  }
 
   std::string Run() {
     while (FillIn()) {
@@ -40,7 +42,7 @@ class Expansion {
     const auto closing = pending.find(kSign, opening + 1);
     if (closing == std::string::npos) return false;
 
-    const std::string token = pending.substr(opening + 1, closing - opening - 1);
+    token.assign(pending, opening + 1, closing - opening - 1);
     std::string value = valueOf(token);
     done.append(pending, next, opening - next);
     next = closing + 1;
@@ -67,6 +69,7 @@ class Expansion {
 
   std::string done;
   std::string pending;
+  std::string token;
   std::size_t next = 0;  // where `pending` still has to be read from
   int nestedValues = 0;
   const TokenValue& valueOf;

@@ -22,6 +22,19 @@ void AppendEscaped(std::string& text, std::string_view value) {
   text.append(value);
 }
 
+// A received comma: the word, with or without brackets around it.
+void AppendUnescaped(std::string& text, std::string_view token) {
+  for (auto word = token.find(kCommaReceived); word != std::string_view::npos;
+       word = token.find(kCommaReceived)) {
+    const auto after = word + kCommaReceived.size();
+    const bool bracketed =
+        word > 0 && token[word - 1] == '<' && after < token.size() && token[after] == '>';
+    text.append(token.substr(0, bracketed ? word - 1 : word)) += ',';
+    token.remove_prefix(bracketed ? after + 1 : after);
+  }
+  text.append(token);
+}
+
 // The tokens of a received list, one after the other. A token that no separator follows is the
 // last one; a separator at the end closes the list.
 class TokenReader {
@@ -35,12 +48,9 @@ class TokenReader {
     token.clear();
     if (ended) return false;
     const auto end = rest.find(separator);
-    token = rest.substr(0, end);
+    AppendUnescaped(token, rest.substr(0, end));
     ended = end == std::string_view::npos;
     rest.remove_prefix(ended ? rest.size() : end + 1);
-    if (token.find(kCommaReceived) != std::string::npos) {
-      token = ReplaceAll(ReplaceAll(token, kCommaSent, ","), kCommaReceived, ",");
-    }
     return true;
   }
 
