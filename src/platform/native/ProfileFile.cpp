@@ -17,15 +17,6 @@ std::u16string_view TrimSpaces(std::u16string_view text) {
   return text;
 }
 
-// Letters outside ASCII do not match their capitals here: so it is with the system's functions.
-std::u16string FoldAscii(std::u16string_view name) {
-  std::u16string folded(name);
-  for (char16_t& character : folded) {
-    if (character >= u'A' && character <= u'Z') character = character + (u'a' - u'A');
-  }
-  return folded;
-}
-
 // Names end at a NUL.
 std::u16string_view UpToNul(std::u16string_view text) { return text.substr(0, text.find(u'\0')); }
 
@@ -42,12 +33,21 @@ ProfileFile::ProfileFile(std::string_view bytes) {
 
 void ProfileFile::Parse() {
   sections.emplace_back();
-  firstSection.emplace(std::u16string(), 0);
   for (std::size_t begin = 0; begin < text.size();) {
     std::size_t end = std::min(text.find_first_of(kLineEnd, begin), text.size());
     end += text.compare(end, kLineEnd.size(), kLineEnd) == 0 ? 2 : end < text.size() ? 1 : 0;
     TakeLine({begin, end});
     begin = end;
+  }
+  IndexNames();
+}
+
+void ProfileFile::IndexNames() {
+  sectionNames.Build(sections.size(),
+                     [this](std::size_t number) { return NameIn(sections[number].name); });
+  for (Section& section : sections) {
+    section.names.Build(section.entries.size(),
+                        [&](std::size_t number) { return NameIn(section.entries[number].name); });
   }
 }
 
@@ -63,8 +63,6 @@ bool ProfileFile::TakeHeading(Range line, Range content) {
   Section section;
   section.heading = line;
   section.name = Trim({content.begin + 1, content.begin + close});
-  std::u16string_view name = UpToNul(In(section.name));
-  firstSection.emplace(FoldAscii(name), sections.size());
   sections.push_back(std::move(section));
   return true;
 }
@@ -83,15 +81,16 @@ void ProfileFile::TakeEntry(Range line, Range content) {
   Section& section = sections.back();
   // Of several lines without a name on end only the first counts.
   bool repeated = entry.name.begin == entry.name.end && !section.entries.empty() &&
-                  UpToNul(In(section.entries.back().name)).empty();
+                  NameIn(section.entries.back().name).empty();
   if (repeated) return;
-  section.firstOfName.emplace(FoldAscii(UpToNul(In(entry.name))), section.entries.size());
   section.entries.push_back(entry);
 }
 
 std::u16string_view ProfileFile::In(Range range) const {
   return std::u16string_view(text).substr(range.begin, range.end - range.begin);
 }
+
+std::u16string_view ProfileFile::NameIn(Range range) const { return UpToNul(In(range)); }
 
 ProfileFile::Range ProfileFile::Trim(Range range) const {
   while (range.begin < range.end && IsSpace(text[range.begin])) ++range.begin;
@@ -100,15 +99,17 @@ ProfileFile::Range ProfileFile::Trim(Range range) const {
 }
 
 const ProfileFile::Section* ProfileFile::FindSection(std::u16string_view name) const {
-  auto found = firstSection.find(FoldAscii(name));
-  return found == firstSection.end() ? nullptr : &sections[found->second];
+  const std::size_t number =
+      sectionNames.Find(name, [this](std::size_t other) { return NameIn(sections[other].name); });
+  return number == NameIndex::kNone ? nullptr : &sections[number];
 }
 
 const ProfileFile::Entry* ProfileFile::FindEntry(const Section* section,
                                                  std::u16string_view key) const {
   if (section == nullptr) return nullptr;
-  auto found = section->firstOfName.find(FoldAscii(TrimSpaces(key)));
-  return found == section->firstOfName.end() ? nullptr : &section->entries[found->second];
+  const std::size_t number = section->names.Find(
+      TrimSpaces(key), [&](std::size_t other) { return NameIn(section->entries[other].name); });
+  return number == NameIndex::kNone ? nullptr : &section->entries[number];
 }
 
 std::optional<std::u16string_view> ProfileFile::Find(std::u16string_view section,
@@ -123,7 +124,7 @@ std::vector<std::u16string_view> ProfileFile::Keys(std::u16string_view section) 
   const Section* found = FindSection(section);
   if (found == nullptr) return keys;
   for (const Entry& entry : found->entries) {
-    std::u16string_view name = UpToNul(In(entry.name));
+    std::u16string_view name = NameIn(entry.name);
     if (entry.value && !IsComment(name)) keys.push_back(name);
   }
   return keys;
@@ -132,7 +133,7 @@ std::vector<std::u16string_view> ProfileFile::Keys(std::u16string_view section) 
 std::vector<std::u16string_view> ProfileFile::Sections() const {
   std::vector<std::u16string_view> names;
   for (const Section& section : sections) {
-    std::u16string_view name = UpToNul(In(section.name));
+    std::u16string_view name = NameIn(section.name);
     if (!name.empty()) names.push_back(name);
   }
   return names;
@@ -150,7 +151,7 @@ std::optional<std::string> ProfileFile::WithValue(std::u16string_view section,
   std::u16string line;
   if (entry != nullptr) {
     if (entry->value && UpToNul(In(*entry->value)) == value) return std::nullopt;
-    line.append(UpToNul(In(entry->name)));
+    line.append(NameIn(entry->name));
   } else {
     line.append(TrimSpaces(key));
   }

@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "platform/native/NameIndex.h"
 #include "platform/native/TextFiles.h"
 
 namespace quillmar::platform {
@@ -56,7 +56,7 @@ class ProfileFile {
     Range heading;
     Range name;
     std::vector<Entry> entries;
-    std::unordered_map<std::u16string, std::size_t> firstOfName;  // by folded name
+    NameIndex names;  // of the entries
   };
 
   void Parse();
@@ -64,7 +64,11 @@ class ProfileFile {
   bool TakeHeading(Range line, Range content);
   void TakeEntry(Range line, Range content);
 
+  void IndexNames();
+
   std::u16string_view In(Range range) const;
+  // The text of a name, which ends at a NUL.
+  std::u16string_view NameIn(Range range) const;
   Range Trim(Range range) const;
   const Section* FindSection(std::u16string_view name) const;
   const Entry* FindEntry(const Section* section, std::u16string_view key) const;
@@ -75,7 +79,7 @@ class ProfileFile {
   std::u16string text;
   TextEncoding encoding = TextEncoding::CodePage;
   std::vector<Section> sections;
-  std::unordered_map<std::u16string, std::size_t> firstSection;  // by folded name
+  NameIndex sectionNames;
 };
 
 }  // namespace quillmar::platform
