@@ -1,6 +1,7 @@
 // Questions and messages to the user.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -9,6 +10,10 @@
 namespace quillmar::platform {
 
 enum class MessageIcon { None, Error };
+
+// Called with a dialog made from a template before it is shown, to put its texts into the user's
+// language. Empty: the texts stay as the template has them.
+using DialogTranslation = std::function<void(QmWindow dialog)>;
 
 // A box with an OK button. The error form stands on top of all windows.
 void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon);
@@ -29,5 +34,17 @@ struct SaveQuestion {
 // The system's save dialog (hides read-only, asks before overwriting): full path, nothing when
 // cancelled.
 std::optional<std::string> AskSaveFile(const SaveQuestion& question);
+
+// What the user says about a part that becomes a template of his own.
+struct UserPartAnswer {
+  std::string name;
+  std::string views;
+  int units = -1;  // 0 mm, 1 in, -1 when none was chosen
+};
+
+// The dialog for it, made from template 4007 of `resources` and modal to `owner`; nothing when
+// cancelled.
+std::optional<UserPartAnswer> AskUserPart(QmModule resources, QmWindow owner,
+                                          const DialogTranslation& translate = {});
 
 }  // namespace quillmar::platform

@@ -5,9 +5,14 @@
 
 #define IDD_CALLBACK_WINDOW 4000 /* receives the suite's messages and is the floating toolbar */
 #define IDD_HELPER_WINDOW 4002
+#define IDD_USER_PART 4007 /* shown by platform::AskUserPart, which knows its controls */
 
 #define ID_TOOLBAR_OPTIONS 0x8005
 #define ID_TOOLBAR_REFRESH_LINKS 0x800C
 #define ID_TOOLBAR_UPDATE_DATA 0x800D
+
+#define IDC_USER_PART_NAME 101
+#define IDC_USER_PART_VIEWS 102
+#define IDC_USER_PART_UNITS 103
 
 #endif /* QUILLMAR_RESOURCE_H */

@@ -12,9 +12,10 @@ void Record(Machine::State& machine, const char* kind, const std::string& title,
   machine.shown.push_back({kind, title, text});
 }
 
-std::optional<std::string> NextAnswer(std::deque<std::string>& answers) {
+template <class Answer>
+std::optional<Answer> NextAnswer(std::deque<Answer>& answers) {
   if (answers.empty()) return std::nullopt;
-  std::string answer = answers.front();
+  Answer answer = answers.front();
   answers.pop_front();
   return answer;
 }
@@ -51,6 +52,13 @@ std::optional<std::string> AskSaveFile(const SaveQuestion& question) {
   bool bare = path && FileNameOf(*path).find('.') == std::string::npos;
   if (bare && !question.defaultExtension.empty()) *path += "." + question.defaultExtension;
   return path;
+}
+
+std::optional<UserPartAnswer> AskUserPart(QmModule, QmWindow, const DialogTranslation&) {
+  Machine::State& machine = Machine::Current().Internals();
+  std::lock_guard guard(machine.mutex);
+  Record(machine, "userpart", {}, {});
+  return NextAnswer(machine.answers.userParts);
 }
 
 }  // namespace quillmar::platform

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/Automation.h"
+#include "platform/Dialogs.h"
 #include "quillmar/Conventions.h"
 
 namespace quillmar::platform {
@@ -24,10 +25,11 @@ namespace quillmar::platform {
 struct ScriptedAnswers {
   std::deque<std::string> folders;    // AskFolder
   std::deque<std::string> saveFiles;  // AskSaveFile
+  std::deque<UserPartAnswer> userParts;
 };
 
 struct ShownDialog {
-  std::string kind;  // "message", "folder", "save"
+  std::string kind;  // "message", "folder", "save", "userpart"
   std::string title;
   std::string text;
 };
