@@ -79,15 +79,17 @@ bool LayoutConverter::LoadMapping(const std::string& dataFileType, int fromMajor
          mapping.Load(kind, controller.IniPath(), front + "Default_" + step);
 }
 
-// The protocol is closed while it is copied, so that the store has it complete.
+// The protocol is closed while it is copied, so that the store has it complete; also when somebody
+// else opened it, who finds it open again afterwards.
 void LayoutConverter::SplitViews(const std::vector<std::string>& viewKeys) {
   const std::string id = protocol.GetProtocolID();
-  protocol.Close();
+  const ProtocolContext& context = protocol.Context();
+  VXProtocol::CloseById(context, id);
   for (std::size_t i = 1; i < viewKeys.size(); ++i) {
-    newProtocols.push_back(std::make_unique<VXProtocol>(protocol.Context()));
+    newProtocols.push_back(std::make_unique<VXProtocol>(context));
     if (newProtocols.back()->Copy(id)) SetView(*newProtocols.back(), viewKeys[i]);
   }
-  protocol.Open(id);
+  if (!VXProtocol::OpenById(context, id)) protocol.Open(id);
 }
 
 }  // namespace quillmar

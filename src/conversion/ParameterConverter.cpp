@@ -3,6 +3,7 @@
 #include <span>
 
 #include "base/Texts.h"
+#include "conversion/SureRead.h"
 
 namespace quillmar {
 namespace {
@@ -59,15 +60,35 @@ constexpr KindChanges kKindChanges[] = {
     {ConverterKind::Gear3, kGear3Up, kGear3Down},
 };
 
-void Apply(VXProtocol& protocol, std::span<const Change> changes) {
-  for (const Change& change : changes) {
-    std::string value;
-    std::string unit;
-    if (!protocol.GetDataParam(change.from, value, unit)) continue;
-    if (change.action == Action::CopyInteger) value = std::to_string(ParseInt(value));
-    if (change.action != Action::CopyInteger) protocol.PutDataParam(change.from, "", "");
-    if (change.action != Action::Clear) protocol.PutDataParam(change.to, value, unit);
+// A parameter that was cleared may still be there, empty. It counts as gone, so that a conversion
+// that did not get to its end can be done again.
+bool IsCleared(const std::string& value, const std::string& unit) {
+  return value.empty() && unit.empty();
+}
+
+// The value is nowhere in the store between the two writes: it goes back when the second one fails.
+bool Move(VXProtocol& protocol, const Change& change, const std::string& value,
+          const std::string& unit) {
+  if (IsCleared(value, unit)) return true;
+  if (!protocol.PutDataParam(change.from, "", "")) return false;
+  if (protocol.PutDataParam(change.to, value, unit)) return true;
+  protocol.PutDataParam(change.from, value, unit);
+  return false;
+}
+
+bool Apply(VXProtocol& protocol, const Change& change) {
+  std::string value;
+  std::string unit;
+  if (!ReadSurely(protocol, change.from, value, unit)) return true;
+  switch (change.action) {
+    case Action::Clear:
+      return protocol.PutDataParam(change.from, "", "");
+    case Action::Move:
+      return Move(protocol, change, value, unit);
+    case Action::CopyInteger:
+      return protocol.PutDataParam(change.to, std::to_string(ParseInt(value)), unit);
   }
+  return true;
 }
 
 const KindChanges& ChangesOf(ConverterKind kind) {
@@ -97,9 +118,10 @@ bool ParameterConverter::ConvertMajor(int fromMajor, int toMajor, int toMinor) {
   const bool down = fromMajor == kCurrentMajor && toMajor == kOldMajor;
   if (!up && !down) return false;
   const KindChanges& changes = ChangesOf(kind);
-  Apply(protocol, up ? changes.up : changes.down);
-  protocol.SetVersion(toMajor, toMinor);
-  return true;
+  for (const Change& change : up ? changes.up : changes.down) {
+    if (!Apply(protocol, change)) return false;
+  }
+  return protocol.SetVersion(toMajor, toMinor);
 }
 
 bool ParameterConverter::ConvertMinor(int, int) { return false; }

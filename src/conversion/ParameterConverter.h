@@ -19,6 +19,7 @@ class ParameterConverter : public LayoutConverter {
   virtual bool ConvertMinor(int fromMinor, int toMinor);
 
  private:
+  // A write that fails ends the step: the version stays, and the step can be done again.
   bool ConvertMajor(int fromMajor, int toMajor, int toMinor);
 
   ConverterKind kind;

@@ -28,10 +28,11 @@ int ProtocolConverter::Convert(VXProtocol& protocol, int targetMajor,
                                int targetMinor) {
   int fromMajor = 0;
   int fromMinor = 0;
-  protocol.GetVersion(fromMajor, fromMinor);
+  const bool isVersionKnown = protocol.GetVersion(fromMajor, fromMinor);
   const int toMajor = targetMajor == 0 ? kCurrentMajor : targetMajor;
   std::string dataFileType;
   if (!protocol.GetDataFileName(dataFileType)) return 0;
+  if (!isVersionKnown) return 1;
   MakeLayoutConverter(dataFileType, protocol, *this, newProtocols)
       ->Convert(fromMajor, toMajor, fromMinor, targetMinor);
   return 1 + static_cast<int>(newProtocols.size());

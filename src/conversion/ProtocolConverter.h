@@ -24,7 +24,7 @@ class ProtocolConverter {
 
   // Major 0 means the current one. The mapping file may split the protocol: the further ones are
   // appended to `newProtocols`. 1 plus their number; 0 when the protocol does not say what kind
-  // of calculation it is.
+  // of calculation it is. A protocol whose version the store does not tell stays as it is.
   int Convert(VXProtocol& protocol, int targetMajor,
               std::vector<std::unique_ptr<VXProtocol>>& newProtocols, int targetMinor);
 

@@ -406,12 +406,16 @@ bool VXProtocol::GetDataItem(short index, std::string& name, std::string& value,
 
 bool VXProtocol::GetDataParam(TextRef name, std::string& value, std::string& unit) {
   if (!CheckReady(value, unit)) return false;
+  return FindDataParam(name, value, unit) || Report("Cannot read data param", QM_HERE);
+}
+
+bool VXProtocol::FindDataParam(TextRef name, std::string& value, std::string& unit) {
+  if (!CheckReady(value, unit)) return false;
   return ReadGrowing(
-             [&](char* valueOut, char* unitOut) {
-               return context.storage.Com_GetDataParam(Id(), name.Get(), valueOut, unitOut);
-             },
-             value, unit) ||
-         Report("Cannot read data param", QM_HERE);
+      [&](char* valueOut, char* unitOut) {
+        return context.storage.Com_GetDataParam(Id(), name.Get(), valueOut, unitOut);
+      },
+      value, unit);
 }
 
 bool VXProtocol::PutDataParam(TextRef name, TextRef value, TextRef unit) {

@@ -84,6 +84,8 @@ class VXProtocol {
   bool GetDataCount(short& count);
   bool GetDataItem(short index, std::string& name, std::string& value, std::string& unit);
   bool GetDataParam(TextRef name, std::string& value, std::string& unit);
+  // The same for a parameter that may well be missing: a failed read is not reported.
+  bool FindDataParam(TextRef name, std::string& value, std::string& unit);
   bool PutDataParam(TextRef name, TextRef value, TextRef unit);
   // A number becomes the parameter's value, any other text a link to the expression it is.
   bool SetParam(TextRef name, const std::string& value, TextRef unit);

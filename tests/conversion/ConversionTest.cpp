@@ -236,16 +236,5 @@ TEST_F(ConversionTest, OneProtocolBecomesSeveralViews) {
   EXPECT_EQ(State(p), "2.0 MODELA_FM");
 }
 
-TEST_F(ConversionTest, ShaftsAreNotConvertedByHalves) {
-  const std::string p = Make("KEELDATA|Shaft2", 1, 4, "V", {{"Data", "ElNum", "2"}});
-  EXPECT_EQ(Convert(p, 0), 1);
-  EXPECT_EQ(State(p), "1.4 V");
-  EXPECT_EQ(TakeReports(), Lines{"ShaftConverter.cpp: Cannot convert shaft protocol"});
-  const std::string current = Make("SHAFT", 2, 7, "V");
-  EXPECT_EQ(Convert(current, 0), 1);
-  EXPECT_EQ(State(current), "2.0 V");
-  EXPECT_EQ(TakeReports(), Lines());
-}
-
 }  // namespace
 }  // namespace quillmar::test
