@@ -52,9 +52,11 @@ QuillmarApp::QuillmarApp(QmModule self)
                paths,   tags,   converter, ids,  protocols, errors,    axisOverlap},
       login(services, session, ipc, viewKeys),
       dispatcher(services),
+      commands{services, ipc, commandState},
+      groupInserts(commands, dispatcher),
       callbackWindow(*this),
       helperWindow(*this),
-      queue(services, [this] { callbackWindow.Post(callFunctionMessage); }) {}
+      queue(commands, [this] { callbackWindow.Post(callFunctionMessage); }) {}
 
 QuillmarApp::~QuillmarApp() = default;
 
@@ -102,6 +104,7 @@ void QuillmarApp::CreateWindows() {
 }
 
 void QuillmarApp::ShutDown() {
+  groupInserts.Stop();
   callbackWindow.Destroy();
   helperWindow.Destroy();
   ForgetUnloadedAddIn();

@@ -7,6 +7,7 @@
 
 #include "calclink/CalcHost.h"
 #include "commands/CallbackDispatcher.h"
+#include "commands/GroupInsertTimer.h"
 #include "commands/QueuedFunctions.h"
 #include "commands/SessionLogin.h"
 #include "parts/PartServices.h"
@@ -31,6 +32,8 @@ class QuillmarApp {
   const PartServices& Services() const { return services; }
   SessionLogin& Login() { return login; }
   QueuedFunctions& Queue() { return queue; }
+  const CommandContext& Commands() const { return commands; }
+  GroupInsertTimer& GroupInserts() { return groupInserts; }
 
  private:
   // A window that hides itself whenever somebody shows it, and hands on the suite's messages.
@@ -91,6 +94,9 @@ class QuillmarApp {
   PartServices services;
   SessionLogin login;
   CallbackDispatcher dispatcher;
+  CommandState commandState;
+  CommandContext commands;
+  GroupInsertTimer groupInserts;
   CallbackWindow callbackWindow;
   SelfHidingWindow helperWindow;
   QueuedFunctions queue;

@@ -5,7 +5,7 @@
 #include "base/RegistryKey.h"
 #include "bom/BomData.h"
 #include "commands/CadWindow.h"
-#include "commands/PartRegistration.h"
+#include "commands/Commands.h"
 #include "parts/CadListReaders.h"
 #include "parts/PartFactory.h"
 #include "platform/System.h"

@@ -2,42 +2,54 @@
 
 #include <string>
 
+#include "commands/Commands.h"
+#include "commands/GroupScans.h"
+#include "commands/LinkRefresh.h"
+#include "commands/ProtocolCopies.h"
+#include "commands/QueuedCommands.h"
+
 namespace quillmar {
 namespace {
 
-int CommandZero(const PartServices& services) {
-  return services.host.CallInt(QM_HOST_COMMAND, {0});
+int CommandZero(const CommandContext& context) {
+  return context.services.host.CallInt(QM_HOST_COMMAND, {0});
 }
+
+int ConnectAssembly(const CommandContext& context) {
+  return ConnectNewAssemblyProtocol(context) ? 1 : 0;
+}
+
+int MakeUnique(const CommandContext& context) { return CreateUniqueCopy(context.services) ? 1 : 0; }
 
 struct Row {
   int number;
   const char* name;
-  int (*run)(const PartServices&);  // null: this build does not offer the function
+  int (*run)(const CommandContext&);  // null: this build does not offer the function
 };
 
 constexpr Row kFunctions[] = {
     {0, "host command 0", &CommandZero},
-    {1, "recalculate", nullptr},
-    {2, "replace", nullptr},
-    {3, "recalculate with new views", nullptr},
-    {4, "update", nullptr},
-    {5, "copy", nullptr},
-    {6, "hand over bolted connection", nullptr},
-    {7, "scan group", nullptr},
-    {8, "scan group again", nullptr},
-    {9, "connect assembly protocol", nullptr},
-    {10, "scan bill of materials", nullptr},
-    {103, "recalculate with flag", nullptr},
-    {4001, "RefreshAllLinks", nullptr},
+    {1, "recalculate", &RecalculateSelected},
+    {2, "replace", &ReplaceSelected},
+    {3, "recalculate with all views", &RecalculateWithViews},
+    {4, "update", &UpdateSelected},
+    {5, "copy", &CopySelected},
+    {6, "hand over bolted connection", &HandOverBoltedConnection},
+    {7, "scan assembly", &ScanAssembly},
+    {8, "scan selected", &ScanSelected},
+    {9, "connect assembly protocol", &ConnectAssembly},
+    {10, "scan bill of materials", &ScanBillOfMaterials},
+    {103, "recalculate as independent part", &RecalculateAsIndependentPart},
+    {4001, "RefreshAllLinks", &RefreshAllLinks},
     {4002, "UpdateExtendedData", nullptr},
     {4003, "DataWizard", nullptr},
-    {4004, "CreateUniqueCopy", nullptr},
+    {4004, "CreateUniqueCopy", &MakeUnique},
 };
 
 }  // namespace
 
-QueuedFunctions::QueuedFunctions(const PartServices& owner, std::function<void()> postMessage)
-    : services(owner), post(std::move(postMessage)) {}
+QueuedFunctions::QueuedFunctions(const CommandContext& owner, std::function<void()> postMessage)
+    : context(owner), post(std::move(postMessage)) {}
 
 void QueuedFunctions::Queue(int number) {
   pending = number;
@@ -47,8 +59,8 @@ void QueuedFunctions::Queue(int number) {
 int QueuedFunctions::Run() {
   for (const Row& row : kFunctions) {
     if (row.number != pending) continue;
-    if (row.run != nullptr) return row.run(services);
-    services.errors.ReportError(std::string("Function not available: ") + row.name, QM_HERE);
+    if (row.run != nullptr) return row.run(context);
+    context.services.errors.ReportError(std::string("Function not available: ") + row.name, QM_HERE);
     return 0;
   }
   return 0;

@@ -4,21 +4,21 @@
 
 #include <functional>
 
-#include "parts/PartServices.h"
+#include "commands/CommandContext.h"
 
 namespace quillmar {
 
 class QueuedFunctions {
  public:
   // `post` posts the message that brings Run about.
-  QueuedFunctions(const PartServices& services, std::function<void()> post);
+  QueuedFunctions(const CommandContext& context, std::function<void()> post);
 
   void Queue(int number);
   // Runs the queued function; numbers without a function are ignored. The function's result.
   int Run();
 
  private:
-  const PartServices& services;
+  const CommandContext& context;
   std::function<void()> post;
   int pending = 0;
 };

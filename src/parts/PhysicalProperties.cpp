@@ -75,4 +75,8 @@ void PartStateUpdate(const PartServices& services, VXProtocol& protocol) {
   ReadGroup(services, protocol, CadList::PartsVisibility, kFeatureStates);
 }
 
+void ReadFeatureStates(const PartServices& services, VXProtocol& protocol) {
+  ReadGroup(services, protocol, CadList::FeaturesState, kFeatureStates);
+}
+
 }  // namespace quillmar

@@ -12,4 +12,7 @@ void ReadPhysicalProperties(const PartServices& services, VXProtocol& protocol);
 // Which parts of an assembly are visible, when the driver tells it.
 void PartStateUpdate(const PartServices& services, VXProtocol& protocol);
 
+// Which features are switched on, when the driver tells it.
+void ReadFeatureStates(const PartServices& services, VXProtocol& protocol);
+
 }  // namespace quillmar

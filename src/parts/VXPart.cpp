@@ -179,6 +179,18 @@ bool VXPart::ChangeObject(const std::string& connection, const ExtDataPairs& pai
   return true;
 }
 
+// --- information ---
+
+std::optional<PartInformation> VXPart::Inform(bool change, bool modelChanged) {
+  int origin = 0;
+  protocol.GetKeyWordInt(section::kCadx, keyword::kFromCad, origin);
+  fromCad = origin == 1 ? 1 : 0;
+  if (!MakeFileName(change, modelChanged)) return std::nullopt;
+  PartInformation information{IsLocal(), {}, filePath, caption};
+  GetModelFilePath(information.modelPath);
+  return information;
+}
+
 // --- state kept in the protocol ---
 
 void VXPart::StoreModelId() {

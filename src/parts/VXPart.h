@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,14 @@ enum class InsertMode {
   Clipboard = 1,  // pasted: the object that the clipboard carries is reconnected first
   Child = 2,      // a new view of its single parent
   View = 3        // one view of a calculation with several, used by Insert itself
+};
+
+// What a CAD add-in may ask about a part before it is inserted.
+struct PartInformation {
+  bool local = false;     // made for this design only
+  std::string modelPath;  // library model; empty when the kind has none
+  std::string filePath;
+  std::string caption;
 };
 
 class VXPart {
@@ -59,6 +68,9 @@ class VXPart {
   bool Insert(InsertMode mode);
   // Changes the existing object.
   bool Update();
+
+  // Makes the part's file name as an insert or change would; nothing when the user cancelled it.
+  std::optional<PartInformation> Inform(bool change, bool modelChanged);
 
   // Decides whether the part is local and keeps the decision in the protocol; false when it could
   // not be kept.

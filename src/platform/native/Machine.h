@@ -29,7 +29,7 @@ struct ScriptedAnswers {
 };
 
 struct ShownDialog {
-  std::string kind;  // "message", "folder", "save", "userpart"
+  std::string kind;  // "message", "folder", "save", "userpart", "progress"
   std::string title;
   std::string text;
 };

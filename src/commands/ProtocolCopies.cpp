@@ -1,0 +1,53 @@
+#include "commands/ProtocolCopies.h"
+
+#include "base/Texts.h"
+#include "commands/SelectionStep.h"
+#include "protocol/ProtocolVocabulary.h"
+
+namespace quillmar {
+namespace {
+
+// The parts of a bolted connection are spelt in both ways.
+constexpr const char* kNotCopied[] = {section::kLinksFrom, section::kLinksTo, section::kMcwData,
+                                      section::kMcwPartsOfCopies, section::kMcwParts};
+
+}  // namespace
+
+bool CopyProtocol(const PartServices& services, const std::string& reference,
+                  ProtocolTexts& texts) {
+  std::string source;
+  if (!VXProtocol::ExtractProtocolID(reference, source, Markers::Standard) || source.empty() ||
+      !VXProtocol::CreateUniquePID(services.protocols, texts.identifier)) {
+    return false;
+  }
+  VXProtocol copy(services.protocols);
+  if (copy.OpenFromReference(ReplaceAll(reference, source, texts.identifier), false,
+                             Markers::Standard) == 0) {
+    return false;
+  }
+  for (const char* name : kNotCopied) copy.EraseSection(name);
+  return copy.MakeReference(texts.reference, Markers::Standard);
+}
+
+bool CopyUnderOwnIdentity(VXProtocol& source, VXProtocol& copy) {
+  if (!copy.Copy(source.GetProtocolID())) return false;
+  if (copy.PutKeyWord(section::kObject, keyword::kProtId, copy.GetProtocolID())) return true;
+  copy.Erase();
+  return false;
+}
+
+bool CreateUniqueCopy(const PartServices& services) {
+  WorkingCopy selected(services);
+  if (!OpenSelected(services, selected)) return false;
+  VXProtocol copy(services.protocols);
+  if (!CopyUnderOwnIdentity(selected.Protocol(), copy)) return false;
+  std::string reference;
+  copy.MakeReference(reference, Markers::Standard);
+  // The CAD knows the object by the identifier that it has carried so far.
+  const std::string objectId = selected.Protocol().GetProtocolID();
+  if (services.driver.ConnectProtocol(objectId.c_str(), reference.c_str()) != 0) return true;
+  copy.Erase();
+  return false;
+}
+
+}  // namespace quillmar
