@@ -23,7 +23,7 @@ constexpr std::string_view kIdentifierMarker = "<@PID>";
 class ListBuffer {
  public:
   explicit ListBuffer(int capacity)
-      : room(static_cast<std::size_t>(capacity)), text(new(std::nothrow) char[room + 1]) {
+      : room(static_cast<std::size_t>(capacity)), text(new (std::nothrow) char[room + 1]) {
     if (text) text[0] = '\0';
   }
   char* Get() const { return text.get(); }
@@ -108,8 +108,8 @@ std::optional<std::string> AssemblyName(const CadDriverTable& driver) {
 }
 
 std::optional<std::vector<std::string>> SplitAllParts(const CadDriverTable& driver) {
-  const auto list = AskList(
-      kAllPartsSize, [&](char* text, int* size) { return driver.GetAllParts(text, size); });
+  const auto list =
+      AskList(kAllPartsSize, [&](char* text, int* size) { return driver.GetAllParts(text, size); });
   if (!list) return std::nullopt;
   return SplitList(*list, kNextReference);
 }

@@ -38,8 +38,8 @@ Identifiers MembersOf(const PartServices& services, const std::string& protocolI
 }
 
 Identifiers ScanTreeOf(const PartServices& services, const std::string& protocolId) {
-  const auto window = platform::ProgressWindow::Create(MainWindow(services.driver),
-                                                       services.options.Title());
+  const auto window =
+      platform::ProgressWindow::Create(MainWindow(services.driver), services.options.Title());
   TreeScan scan(services, ChosenScanDepths(services.options), window.get());
   if (!scan.Scan(protocolId)) return {};
   for (const std::string& member : MembersOf(services, protocolId)) scan.Scan(member);

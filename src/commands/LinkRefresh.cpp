@@ -36,7 +36,10 @@ int RefreshAllLinks(const CommandContext& context) {
   if (group.CreateNew() == 0) return 0;
   for (const std::string& reference : *references) RefreshPart(services, reference);
   PutAssemblyIntoGroup(context, group);
-  if (!InitializeCalculation(group, kGroupDataFile)) return 0;
+  if (!InitializeCalculation(group, kGroupDataFile)) {
+    group.Erase();
+    return 0;
+  }
   services.host.ShowCalculation(group.GetProtocolID());
   return 1;
 }

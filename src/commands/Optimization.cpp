@@ -15,10 +15,10 @@ struct Mark {
 };
 
 constexpr Mark kOptimizerMarks[] = {
-    {keyword::kIdentified, "1"},
-    {keyword::kUpdateObject, "1"},
+    {keyword::kHasIdentity, "1"},
+    {keyword::kToUpdate, "1"},
     {keyword::kRecalcAgain, "0"},
-    {keyword::kOptimStart, "1"},
+    {keyword::kToOptimize, "1"},
 };
 
 bool IsGroup(VXProtocol& protocol) {

@@ -23,6 +23,7 @@ bool CopyProtocol(const PartServices& services, const std::string& reference,
   VXProtocol copy(services.protocols);
   if (copy.OpenFromReference(ReplaceAll(reference, source, texts.identifier), false,
                              Markers::Standard) == 0) {
+    if (copy.IsReady()) copy.Erase();
     return false;
   }
   for (const char* name : kNotCopied) copy.EraseSection(name);

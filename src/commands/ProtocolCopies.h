@@ -9,8 +9,7 @@ namespace quillmar {
 
 // A stored copy of what a reference text carries, without links and without members of a bolted
 // connection.
-bool CopyProtocol(const PartServices& services, const std::string& reference,
-                  ProtocolTexts& texts);
+bool CopyProtocol(const PartServices& services, const std::string& reference, ProtocolTexts& texts);
 
 // Makes `copy`, which is not open, a copy of the open protocol that bears its own identifier as
 // the object's identity.

@@ -37,7 +37,7 @@ const KindRow& RowOf(NewProtocol kind) {
 
 bool WriteStandards(VXProtocol& protocol) {
   return protocol.PutGlobalData(global::kStandard, kIso) &&
-         protocol.PutGlobalData(global::kPrfStandard, kIso) &&
+         protocol.PutGlobalData(global::kPreferredStandard, kIso) &&
          protocol.PutGlobalData(global::kLanguage, kNoLanguage);
 }
 
@@ -82,8 +82,7 @@ bool CreateNamedProtocol(const PartServices& services, NewProtocol kind, const c
 bool CreatePartProtocol(const PartServices& services, const PartRequest& request,
                         ProtocolTexts& texts) {
   VXProtocol protocol(services.protocols);
-  if (protocol.CreateNew() == 0 ||
-      !protocol.PutGlobalData(global::kStandard, request.standard) ||
+  if (protocol.CreateNew() == 0 || !protocol.PutGlobalData(global::kStandard, request.standard) ||
       !protocol.PutGlobalData(global::kLanguage, kNoLanguage) ||
       !protocol.PutKeyWord(section::kMain, keyword::kDataFile, request.dataFile) ||
       !protocol.PutViewKey(request.viewKey) || !protocol.SetTypeOfPart(kAssemblyType)) {

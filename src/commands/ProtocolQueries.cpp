@@ -84,8 +84,7 @@ int IsSmartPart(const PartServices& services, const std::string& reference) {
   return smart;
 }
 
-std::optional<bool> IsFeaturePositive(const PartServices& services,
-                                      const std::string& protocolId) {
+std::optional<bool> IsFeaturePositive(const PartServices& services, const std::string& protocolId) {
   VXProtocol protocol(services.protocols);
   int type = 0;
   if (!AttachExisting(services, protocol, protocolId) || !protocol.GetTypeOfPart(type)) {
@@ -98,8 +97,7 @@ std::optional<bool> IsFeaturePositive(const PartServices& services,
 
 std::optional<std::string> GetProtocolItem(const PartServices& services,
                                            const std::string& protocolId,
-                                           const std::string& section,
-                                           const std::string& keyword) {
+                                           const std::string& section, const std::string& keyword) {
   VXProtocol protocol(services.protocols);
   std::string value;
   if (!AttachExisting(services, protocol, protocolId) ||

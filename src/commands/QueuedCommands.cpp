@@ -21,10 +21,10 @@ constexpr const char* kBoltedConnectionFiles[] = {"wbolcon", "THRJOIN"};
 constexpr int kEditProtocols = 5555;
 constexpr int kConnectionEditor = 10;
 
-bool MarkIdentified(VXProtocol& protocol) { return protocol.PutCadx(keyword::kIdentified, "1"); }
+bool MarkHasIdentity(VXProtocol& protocol) { return protocol.PutCadx(keyword::kHasIdentity, "1"); }
 
 bool MarkForUpdate(VXProtocol& protocol) {
-  return MarkIdentified(protocol) && protocol.PutCadx(keyword::kUpdateObject, "1");
+  return MarkHasIdentity(protocol) && protocol.PutCadx(keyword::kToUpdate, "1");
 }
 
 int TellHost(const PartServices& services, int command) {
@@ -72,8 +72,7 @@ int RecalculateSource(const PartServices& services, VXProtocol& view) {
   const std::string id = SourceOfView(view);
   if (!ObtainSourceOfView(services, view)) return 0;
   VXProtocol source(services.protocols, id);
-  if (!source.IsReady() || !MarkForUpdate(source) ||
-      !source.PutCadx(keyword::kRecalcAgain, "1")) {
+  if (!source.IsReady() || !MarkForUpdate(source) || !source.PutCadx(keyword::kRecalcAgain, "1")) {
     return 0;
   }
   source.Close();
@@ -131,7 +130,7 @@ int CopySelected(const CommandContext& context) {
   const PartServices& services = context.services;
   WorkingCopy selected(services);
   if (!OpenSelected(services, selected) || !PrepareView(services, selected.Protocol()) ||
-      !IsForCalculation(selected) || !MarkIdentified(selected.Protocol())) {
+      !IsForCalculation(selected) || !MarkHasIdentity(selected.Protocol())) {
     return 0;
   }
   return HandOverCopy(services, selected, kPlaceCopy);

@@ -60,7 +60,8 @@ int QueuedFunctions::Run() {
   for (const Row& row : kFunctions) {
     if (row.number != pending) continue;
     if (row.run != nullptr) return row.run(context);
-    context.services.errors.ReportError(std::string("Function not available: ") + row.name, QM_HERE);
+    context.services.errors.ReportError(std::string("Function not available: ") + row.name,
+                                        QM_HERE);
     return 0;
   }
   return 0;

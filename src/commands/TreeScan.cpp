@@ -30,8 +30,8 @@ std::string WithoutLink(const std::string& parent) { return parent.substr(0, par
 }  // namespace
 
 ScanDepths ChosenScanDepths(const OptionsStore& options) {
-  const auto numbers = SplitList(options.ReadOptionText("OptGeneral", "DepthValues", kDefaultDepths),
-                                 ",");
+  const auto numbers =
+      SplitList(options.ReadOptionText("OptGeneral", "DepthValues", kDefaultDepths), ",");
   return {ChosenDepth(options, numbers, "DepthParIdx"),
           ChosenDepth(options, numbers, "DepthChiIdx")};
 }

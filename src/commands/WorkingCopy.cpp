@@ -2,8 +2,7 @@
 
 namespace quillmar {
 
-WorkingCopy::WorkingCopy(const PartServices& owner)
-    : services(owner), protocol(owner.protocols) {}
+WorkingCopy::WorkingCopy(const PartServices& owner) : services(owner), protocol(owner.protocols) {}
 
 WorkingCopy::~WorkingCopy() {
   if (kept || wasStored) return;

@@ -1,6 +1,7 @@
 // The group manager logs in: the program itself is named Grupova.exe and offers the driver
 // functions.
 #include "Contract.h"
+#include "platform/Messages.h"
 
 namespace quillmar::contract {
 namespace {
@@ -74,6 +75,41 @@ TEST_F(GroupManager, WithoutACadItIsAnOrdinarySession) {
   if (kStrictCompanions) {
     EXPECT_THAT(Calls("LoginToCom"), SizeIs(1));
   }
+}
+
+TEST_F(GroupManager, WorkingCopiesAreKept) {
+  ASSERT_EQ(Login(Arguments()), 1);
+  std::string id;
+  std::string reference;
+  {
+    Record record;
+    record.SetKeyWord("Main", "DataFile", "KeelData|userpart").SetGlobal("TypeOfPart", "9");
+    record.SetKeyWord("Cadx", "ReallySmartPart", "1");
+    id = record.Id();
+    reference = record.Reference();
+  }
+  Erase(id);
+  EXPECT_EQ(module.IsSmartPart(reference.c_str()), 1);
+  EXPECT_EQ(StateOf(id), 2);
+
+  strict::Core().Strict_SetAnswer("GetPart.partName", "Selected:1");
+  strict::Core().Strict_SetAnswer("GetPart.text", reference.c_str());
+  strict::Core().Strict_SetAnswer("GetProtocol(Selected:1).text", reference.c_str());
+  Erase(id);
+  host.Forget();
+  module.CallUTFunction(4);
+  platform::PumpMessages();
+  EXPECT_THAT(host.Commands(), IsEmpty()) << "a user part is not calculated";
+  ASSERT_EQ(StateOf(id), 2);
+  EXPECT_EQ(Record(id).KeyWord("Cadx", "FromCad"), kMissing);
+  EXPECT_EQ(Record(id).KeyWord("Cadx", "Drawn"), "1");
+  // There is no assembly to scan.
+  for (const int number : {7, 10}) {
+    module.CallUTFunction(number);
+    platform::PumpMessages();
+  }
+  EXPECT_THAT(Calls("GetAssembly"), IsEmpty());
+  EXPECT_THAT(host.Commands(), IsEmpty());
 }
 
 }  // namespace

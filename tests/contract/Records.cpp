@@ -11,15 +11,23 @@
 namespace quillmar::contract {
 namespace {
 
-// Bound anew each time: between two tests of a program the library is unloaded with the module and
-// comes back elsewhere.
+// Looked up anew each time: between two tests of a program the libraries are unloaded with the
+// module and come back elsewhere.
+QmModule SuiteLibrary(const char* name) {
+  const QmModule library = platform::FindLoadedModule(name);
+  return library != nullptr ? library
+                            : platform::LoadLibraryAt(kSuiteFolder + "\\" + name).library.Release();
+}
+
 strict::StorageFunctions Com() {
-  QmModule library = platform::FindLoadedModule(QM_STORAGE_LIBRARY);
-  if (library == nullptr) {
-    library = platform::LoadLibraryAt(kSuiteFolder + "\\" QM_STORAGE_LIBRARY).library.Release();
-  }
+  const QmModule library = SuiteLibrary(QM_STORAGE_LIBRARY);
   return strict::BindStorage(
       [&](const char* name) { return platform::FindFunction(library, name); });
+}
+
+strict::LinkFunctions Link() {
+  const QmModule library = SuiteLibrary(QM_LINK_LIBRARY);
+  return strict::BindLinks([&](const char* name) { return platform::FindFunction(library, name); });
 }
 
 // Reads one of `count` texts of a call with growing buffers, joined by blanks.
@@ -96,6 +104,20 @@ std::string Record::Version() const {
   int minor = 0;
   if (Com().Com_GetVersion(id.c_str(), &major, &minor) == 0) return kMissing;
   return std::to_string(major) + "." + std::to_string(minor);
+}
+
+std::string Record::Members() const {
+  return Read(1, [&](auto& out) { return Com().Com_GetProtocolList(id.c_str(), out[0].data()); });
+}
+
+Record& Record::SetMember(const std::string& member) {
+  EXPECT_NE(Com().Com_PutProtocol(id.c_str(), member.c_str(), member.c_str()), 0) << member;
+  return *this;
+}
+
+Record& Record::SetLinkFrom(const char* name, const std::string& text) {
+  EXPECT_NE(Link().Link_SetLinkFrom(id.c_str(), name, text.c_str()), 0) << name;
+  return *this;
 }
 
 Record& Record::SetKeyWord(const char* section, const char* keyword, const std::string& value) {

@@ -33,12 +33,15 @@ class Record {
   // Names and values of the data parameters in the library's order.
   std::vector<std::pair<std::string, std::string>> Parameters() const;
   std::string Version() const;  // "major.minor"
+  std::string Members() const;  // identifiers of member protocols, each followed by ";"
 
   Record& SetKeyWord(const char* section, const char* keyword, const std::string& value);
   Record& EraseKeyWord(const char* section, const char* keyword);
   Record& SetGlobal(const char* item, const std::string& value);
   Record& SetModelId(const std::string& model);
   Record& SetViewKey(const std::string& key);
+  Record& SetMember(const std::string& member);
+  Record& SetLinkFrom(const char* name, const std::string& text);
   Record& SetParameter(const char* name, const std::string& value, const std::string& unit);
   // Sets the whole contents to what a reference text carries; the identifier in it is ignored.
   Record& SetFromReference(const std::string& reference);

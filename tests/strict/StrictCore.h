@@ -47,6 +47,7 @@
  *                         the owner-window query answers.
  * Strict_SetDataFile      what Com_GetDataFile answers for a protocol.
  * Strict_OpenProtocols    number of protocols that this process has open.
+ * Strict_StoredProtocols  number of protocols in the store, open ones included.
  */
 /* clang-format off */
 #define STRICT_CORE_FUNCTIONS(X)                                                                  \
@@ -67,7 +68,8 @@
   X(Strict_HoldByCalculation, void, (const char* protocolId, QmWindow window),                    \
     (protocolId, window))                                                                         \
   X(Strict_SetDataFile, void, (const char* protocolId, const char* name), (protocolId, name))     \
-  X(Strict_OpenProtocols, int, (void), ())
+  X(Strict_OpenProtocols, int, (void), ())                                                        \
+  X(Strict_StoredProtocols, int, (void), ())
 /* clang-format on */
 
 #endif /* QUILLMAR_TESTS_STRICTCORE_H */

@@ -134,3 +134,5 @@ void Strict_SetDataFile(const char* protocolId, const char* name) {
 }
 
 int Strict_OpenProtocols() { return Store::Instance().OpenCount(); }
+
+int Strict_StoredProtocols() { return Store::Instance().StoredCount(); }

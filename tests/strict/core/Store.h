@@ -73,6 +73,7 @@ class Store {
   void Erase(const std::string& id);
   void HoldByCalculation(const std::string& id, QmWindow window);
   int OpenCount() const;
+  int StoredCount() const { return static_cast<int>(protocols.size()); }
 
   QmStringList* HandOut(const std::string& id, const std::vector<std::string>& texts);
   // Makes lists that were handed out for the protocol unreadable.
