@@ -148,6 +148,24 @@ TEST_F(HostTest, FirstRunWritesThePartAndReportsIt) {
   EXPECT_EQ(record->MajorVersion(), 2);
 }
 
+// The CAD may be busy: its messages wait, and each must find its own result.
+TEST_F(HostTest, EachFinishedCalculationIsReportedByItself) {
+  const std::string first = NewProtocol("SHAFT");
+  const std::string second = NewProtocol("GEAR1");
+  Show(first);
+  Show(second);
+  EXPECT_EQ(window.Reports(), 2);
+  for (const std::string& id : {first, second}) {
+    EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_NEW_PART);
+    EXPECT_EQ(CallbackList(), id);
+    EXPECT_EQ(CallbackList(), id) << "asked again it answers the same";
+  }
+  Number(QM_HOST_RUN_COMMAND, {first});
+  EXPECT_EQ(window.Reports(), 1);
+  EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_NEW_PART);
+  EXPECT_EQ(CallbackList(), first);
+}
+
 TEST_F(HostTest, ShaftIsAShaft) {
   const std::string id = NewProtocol("shaft");
   Show(id);

@@ -213,6 +213,7 @@ void HostObject::HandleExitRequest(const std::string& protocolId, int tries) {
   // It was made for this notification alone.
   store.Erase(protocolId);
   session = {};
+  finished.clear();
   if (answer != "1") return;
   // This object may be gone when that returns.
   const auto endProcess = process.end;
@@ -227,16 +228,24 @@ std::string HostObject::ExitAnswer(const std::string& protocolId) const {
 int HostObject::Show(const std::string& protocolId, RunReason reason) {
   RunResult result = calculations.Run(protocolId, reason);
   if (result.calculated) {
-    callbackCode = result.code;
     for (const std::string& id : result.protocols) {
       if (std::find(calculated.begin(), calculated.end(), id) == calculated.end()) {
         calculated.push_back(id);
       }
     }
-    callbackList = std::move(result.protocols);
-    platform::PostToWindow(session.callbackWindow, platform::RegisterMessage(QM_MESSAGE_CALLBACK));
+    Report({result.code, std::move(result.protocols)});
   }
   return result.shown ? 1 : 0;
+}
+
+// One message for each result. Without a window nobody asks in turn, and the newest counts.
+void HostObject::Report(Finished result) {
+  const bool told = platform::PostToWindow(session.callbackWindow,
+                                           platform::RegisterMessage(QM_MESSAGE_CALLBACK));
+  if (!told) finished.clear();
+  if (firstAnswered && !finished.empty()) finished.pop_front();
+  firstAnswered = false;
+  finished.push_back(std::move(result));
 }
 
 int HostObject::Recalculate(const std::string& protocolId) {
@@ -251,11 +260,20 @@ AutomationValue HostObject::RunCommand(const Arguments& arguments) {
   return Show(Text(arguments, 0), RunReason::Commanded);
 }
 
-AutomationValue HostObject::CallbackCode(const Arguments&) { return callbackCode; }
+// The CAD side asks for the code first, then for the list.
+AutomationValue HostObject::CallbackCode(const Arguments&) {
+  if (firstAnswered && finished.size() > 1) {
+    finished.pop_front();
+    firstAnswered = false;
+  }
+  return finished.empty() ? 0 : finished.front().code;
+}
 
 AutomationValue HostObject::CallbackList(const Arguments&) {
   std::string list;
-  for (const std::string& id : callbackList) list += (list.empty() ? "" : ",") + id;
+  if (finished.empty()) return list;
+  firstAnswered = true;
+  for (const std::string& id : finished.front().protocols) list += (list.empty() ? "" : ",") + id;
   return list;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -85,6 +86,13 @@ class HostObject {
   Value FamilyTable(const Arguments& arguments);
   Value UpdateExtData(const Arguments& arguments);
 
+  // One finished calculation that the callback window was told of.
+  struct Finished {
+    int code = 0;
+    std::vector<std::string> protocols;
+  };
+  void Report(Finished result);
+
   // Runs a calculation and, when it is done, tells the callback window. 1 when it was shown.
   int Show(const std::string& protocolId, RunReason reason);
   // Runs it for its values alone. 1 when that worked.
@@ -101,8 +109,10 @@ class HostObject {
   CalculationRun calculations;
   CadSession session;
 
-  int callbackCode = 0;
-  std::vector<std::string> callbackList;
+  // What the CAD side asks for: the first result, and those that wait for their message. The first
+  // one stays until the next is asked for.
+  std::deque<Finished> finished;
+  bool firstAnswered = false;
   std::vector<std::string> calculated;  // everything that was calculated for the CAD, once each
   bool solving = false;
   std::uintptr_t exitTimer = 0;
