@@ -22,6 +22,8 @@ constexpr HRESULT kServerGone[] = {
     HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
     HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
     HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE),
+    // A new program may have got the old one's place and know nothing of the object.
+    HRESULT_FROM_WIN32(RPC_S_UNKNOWN_IF),
     RPC_E_DISCONNECTED,
     RPC_E_SERVER_DIED,
     RPC_E_SERVER_DIED_DNE,

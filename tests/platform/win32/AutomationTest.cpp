@@ -157,6 +157,7 @@ TEST(Automation, TellsFailuresApart) {
       {DISP_E_UNKNOWNNAME, AutomationStatus::UnknownMember},
       {static_cast<HRESULT>(0x800706ba), AutomationStatus::ServerGone},
       {static_cast<HRESULT>(0x800706be), AutomationStatus::ServerGone},
+      {static_cast<HRESULT>(0x800706b5), AutomationStatus::ServerGone},
       {static_cast<HRESULT>(0x80010108), AutomationStatus::ServerGone},
       {static_cast<HRESULT>(0x800401fd), AutomationStatus::ServerGone},
       {DISP_E_TYPEMISMATCH, AutomationStatus::Failed},
