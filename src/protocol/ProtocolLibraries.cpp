@@ -71,6 +71,9 @@ void ProtocolLibraries::Free() {
 void ProtocolLibraries::Abandon() {
   storageLibrary.owned.Release();
   linkLibrary.owned.Release();
+  // A protocol object that outlives this must not call into libraries that may be gone.
+  storage = {};
+  links = {};
 }
 
 }  // namespace quillmar

@@ -25,6 +25,9 @@ inline constexpr const char* kConfigurations = "Configurations";
 inline constexpr const char* kCalc = "Calc";
 inline constexpr const char* kMaterial = "Material";
 inline constexpr const char* kGrupova = "Grupova";
+// Parameters of a notification that names the protocol.
+inline constexpr const char* kCallParameters = "TessioCallParam";
+inline constexpr const char* kDataWizard = "DataWizard";
 }  // namespace quillmar::section
 
 namespace quillmar::keyword {
@@ -70,6 +73,16 @@ inline constexpr const char* kFromSymbols = "FromSymbols";
 inline constexpr const char* kCalcName = "CalcName";
 inline constexpr const char* kPath = "Path";
 inline constexpr const char* kActive = "Active";
+inline constexpr const char* kUnit = "Unit";
+inline constexpr const char* kMeasuredValue = "MeasuredValue";
+inline constexpr const char* kProtocols = "Protocols";
+inline constexpr const char* kInOutFile = "InOutFile";
+inline constexpr const char* kType = "Type";
+inline constexpr const char* kReturn = "Return";
+// Flags that the calculation finds when it is shown again.
+inline constexpr const char* kHasIdentity = "id";
+inline constexpr const char* kToUpdate = "update";
+inline constexpr const char* kToOptimize = "optim";
 }  // namespace quillmar::keyword
 
 namespace quillmar::global {

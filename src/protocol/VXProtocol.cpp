@@ -222,6 +222,10 @@ bool VXProtocol::CloseById(const ProtocolContext& context, const std::string& id
   return context.storage.Com_CloseProtocol(id.c_str()) != 0;
 }
 
+bool VXProtocol::EraseById(const ProtocolContext& context, const std::string& id) {
+  return context.storage.Com_EraseProtocol(id.c_str()) != 0;
+}
+
 int VXProtocol::OpenFromReference(const std::string& reference, bool activate, Markers markers) {
   std::string id;
   if (!ExtractProtocolID(reference, id, markers)) return 0;

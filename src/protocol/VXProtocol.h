@@ -64,6 +64,7 @@ class VXProtocol {
   static int ProtocolExists(const ProtocolContext& context, const std::string& protocolId);
   static bool OpenById(const ProtocolContext& context, const std::string& protocolId);
   static bool CloseById(const ProtocolContext& context, const std::string& protocolId);
+  static bool EraseById(const ProtocolContext& context, const std::string& protocolId);
 
   // --- sections, global data, data parameters ---
   bool GetKeyWord(TextRef section, TextRef keyword, std::string& value);
