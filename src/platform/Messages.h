@@ -22,6 +22,7 @@ class WindowHandler {
   virtual ~WindowHandler() = default;
   virtual void OnMessage(unsigned message) = 0;  // a registered message
   virtual void OnShown() = 0;                    // somebody showed the window
+  virtual void OnCommand(int /*command*/) {}     // the user chose a command of the window
 };
 
 // A hidden modeless dialog made from a dialog template of `resources`; its parent is the desktop.
@@ -31,6 +32,9 @@ class HiddenWindow {
   virtual ~HiddenWindow() = default;
   virtual QmWindow Handle() const = 0;
   virtual void Show(bool visible) = 0;
+  // Whether the user can choose the command of that number, a control of the template. Without
+  // such a control nothing happens.
+  virtual void EnableCommand(int command, bool enabled) = 0;
   // Closes nothing and forgets the window: for a process that is ending.
   virtual void Abandon() = 0;
 

@@ -133,6 +133,14 @@ bool Machine::ShowWindowFromOutside(QmWindow window, bool visible) {
   return state->windows->Show(window, visible);
 }
 
+bool Machine::IsCommandEnabled(QmWindow window, int command) const {
+  return state->windows->IsCommandEnabled(window, command);
+}
+
+bool Machine::ChooseCommand(QmWindow window, int command) {
+  return state->windows->Choose(window, command);
+}
+
 QmWindow Machine::ForegroundWindow() const { return state->windows->Foreground(); }
 
 Machine::State& Machine::Internals() { return *state; }

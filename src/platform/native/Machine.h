@@ -88,6 +88,9 @@ class Machine {
   bool IsWindowVisible(QmWindow window) const;
   // Shows or hides a window as somebody else would; false when it does not live.
   bool ShowWindowFromOutside(QmWindow window, bool visible);
+  bool IsCommandEnabled(QmWindow window, int command) const;
+  // Chooses a command of a visible window as the user does; false when it is disabled.
+  bool ChooseCommand(QmWindow window, int command);
   // The window that was brought to the foreground last; 0 when none was.
   QmWindow ForegroundWindow() const;
 

@@ -26,6 +26,9 @@ class NativeWindow : public HiddenWindow {
 
   QmWindow Handle() const override { return handle; }
   void Show(bool visible) override { system->Show(handle, visible); }
+  void EnableCommand(int command, bool enabled) override {
+    system->EnableCommand(handle, command, enabled);
+  }
   void Abandon() override {
     system->Silence(handle);
     handle = 0;

@@ -131,7 +131,7 @@ QmWindow WindowSystem::Create(WindowHandler* handler) {
   std::shared_ptr<MessageQueue> queue = QueueOfThread();
   std::lock_guard guard(mutex);
   lastWindow += kWindowStep;
-  windows[lastWindow] = {handler, std::move(queue), ThisThread().Number(), false};
+  windows[lastWindow] = {handler, std::move(queue), ThisThread().Number(), false, {}};
   return lastWindow;
 }
 
@@ -168,6 +168,30 @@ bool WindowSystem::Show(QmWindow window, bool visible) {
     found->second.visible = visible;
   }
   if (told != nullptr) told->OnShown();
+  return true;
+}
+
+void WindowSystem::EnableCommand(QmWindow window, int command, bool enabled) {
+  std::lock_guard guard(mutex);
+  auto found = windows.find(window);
+  if (found == windows.end()) return;
+  if (enabled) {
+    found->second.disabledCommands.erase(command);
+  } else {
+    found->second.disabledCommands.insert(command);
+  }
+}
+
+bool WindowSystem::IsCommandEnabled(QmWindow window, int command) const {
+  std::lock_guard guard(mutex);
+  auto found = windows.find(window);
+  return found != windows.end() && found->second.disabledCommands.count(command) == 0;
+}
+
+bool WindowSystem::Choose(QmWindow window, int command) {
+  WindowHandler* handler = HandlerOf(window);
+  if (handler == nullptr || !IsVisible(window) || !IsCommandEnabled(window, command)) return false;
+  handler->OnCommand(command);
   return true;
 }
 

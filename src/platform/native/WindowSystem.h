@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -78,6 +79,11 @@ class WindowSystem : public std::enable_shared_from_this<WindowSystem> {
   bool IsVisible(QmWindow window) const;
   // Tells the handler when the window becomes visible. False when it does not live.
   bool Show(QmWindow window, bool visible);
+  // Commands are enabled until they are disabled.
+  void EnableCommand(QmWindow window, int command, bool enabled);
+  bool IsCommandEnabled(QmWindow window, int command) const;
+  // Tells the handler that the user chose the command; false when he cannot.
+  bool Choose(QmWindow window, int command);
   bool Post(QmWindow window, unsigned message);
   void BringToForeground(QmWindow window);
   QmWindow Foreground() const;
@@ -96,6 +102,7 @@ class WindowSystem : public std::enable_shared_from_this<WindowSystem> {
     std::shared_ptr<MessageQueue> queue;
     std::uint64_t thread = 0;
     bool visible = false;
+    std::set<int> disabledCommands;
   };
 
   WindowHandler* HandlerOf(QmWindow window) const;

@@ -29,6 +29,7 @@ class DialogWindow final : public HiddenWindow {
   bool Make(int dialogTemplate);
   QmWindow Handle() const override { return win32::ToWindow(handle); }
   void Show(bool visible) override;
+  void EnableCommand(int command, bool enabled) override;
   void Abandon() override { Forget(); }
 
  private:
@@ -76,6 +77,11 @@ void DialogWindow::Show(bool visible) {
   ShowWindow(handle, visible ? SW_SHOWNORMAL : SW_HIDE);
 }
 
+void DialogWindow::EnableCommand(int command, bool enabled) {
+  const HWND control = handle != nullptr ? GetDlgItem(handle, command) : nullptr;
+  if (control != nullptr) EnableWindow(control, enabled ? TRUE : FALSE);
+}
+
 INT_PTR CALLBACK DialogWindow::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_INITDIALOG) {
     SetWindowLongPtrA(dialog, GWLP_USERDATA, lParam);
@@ -100,6 +106,9 @@ INT_PTR DialogWindow::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam
   switch (message) {
     case WM_SHOWWINDOW:
       if (wParam != 0) handler.OnShown();
+      return FALSE;
+    case WM_COMMAND:
+      if (HIWORD(wParam) == BN_CLICKED) handler.OnCommand(LOWORD(wParam));
       return FALSE;
     case WM_NOTIFY:
       return win32::AnswerToolTipRequest(resources, reinterpret_cast<NMHDR*>(lParam));
