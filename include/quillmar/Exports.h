@@ -15,6 +15,8 @@
  * CallOptim         lets the optimizer run the calculation of the object that is selected in the
  *                   CAD, or the group that the object stands for; 1, or 0 when nothing is selected
  *                   that could be optimized.
+ * CallOptimGM       lets the optimizer run the calculation of the protocol on behalf of the group
+ *                   manager; 1 when the protocol opened, else 0.
  * CallUTFunction    queues a function by its number and returns 1 at once; it runs when the
  *                   module's window handles the posted message. An unknown number does nothing.
  * CopyProtocol      makes a stored copy of the protocol that `reference` carries, under a new
@@ -22,6 +24,8 @@
  *                   `newReference` are buffers of the caller; a new reference text is as long as
  *                   the given one or longer by the difference of the identifiers. 1, or 0 when the
  *                   text is no reference.
+ * CorrectProtocol   hands the protocol to the host for a check; the host's answer, 0 when it cannot
+ *                   be reached.
  * CreateAssemblyProtocol
  *                   the same as CreateUserProtocol for an assembly.
  * CreatePartProtocol
@@ -40,15 +44,27 @@
  *                   and the caption four times are enough) are buffers of the caller; `caption` is
  *                   what the user sees, a null pointer gives none. 1, or 0 when something could not
  *                   be written; the protocol stays in the store either way.
+ * DoWDOperation     asks the add-in for the data of the data wizard (driver function GetDataWD)
+ *                   and starts the wizard on them. The three numbers are passed on to the wizard as
+ *                   they are. No result; without GetDataWD nothing happens.
+ * EditLinks         lets the user edit the links of the protocol in the host; the host's answer,
+ *                   0 when it cannot be reached.
+ * EditOneLink       the same for the link of that name.
+ * EndSolution       tells the host that the solution begun by InitSolution is over; 1 when the
+ *                   host was reached, else 0.
  * GMInsertNextObject
  *                   inserts the next object of the scanned group half a second later, from the
  *                   message loop. Called again before that, only the later call counts. Identifier
  *                   of the timer, 0 when there is none.
+ * GenerateFamTable  the host's function of that name, which a host may lack: a family table of the
+ *                   protocol; the host's answer, else 0.
  * GetAllMCWProtocolIDs
  *                   identifiers of the main protocol and of the parts of a bolted connection,
  *                   joined by ",". *capacity is the room of `list` in bytes, NUL included. The
  *                   number of identifiers; 0 when the text is no reference; -1 when the list does
  *                   not fit, and *capacity is then the room that is needed.
+ * GetAssemblyPath   asks the add-in for the file path of the active assembly; `path` is a buffer
+ *                   of 1024 characters. The add-in's result; 0 when it does not offer it.
  * GetCadHinstance   module handle of the add-in, null before LoginCad.
  * GetPartInformation
  *                   what the part of the protocol would be inserted (change 0) or changed as:
@@ -65,6 +81,8 @@
  *                   group, 0 when the text is no reference. `calculationName` (buffer of the
  *                   caller) and `partType` (1 drawing, 2 and 4 to 7 models and features, 3
  *                   parametric part, 8 calculation, 9 shaft, 10 cam, 0 any other) may be null.
+ * InitSolution      begins the solution of the protocol's links in the host; the host's answer, 0
+ *                   when it cannot be reached.
  * IsFeaturePositive 1 for a feature, and *positive says whether it adds material (1) or takes it
  *                   away (0); 0, and *positive untouched, for any other part.
  * IsSmartPart       1 when the object of that reference text was made for this design only, else 0.
@@ -84,26 +102,66 @@
  *                   1 when the session is usable; 0 when the add-in is not loaded or lacks a
  *                   required driver function. A further LoginCad renews the session's texts.
  * LogoutCad         ends the session and, by the option "EndUTOnExit", the host. Always 1.
+ * MCWRecalculate    has the bolted-connection library edit the connection whose reference text is
+ *                   given, after a recalculation. `flag` is not used, `first` and `second` are for
+ *                   that library. Its result; 0 without the library, for a text that is no
+ *                   reference, and when a calculation window holds the protocol, which is then
+ *                   brought to the front.
  * ObtainProtocol    opens the protocol of the CAD object of that name from the CAD's reference
  *                   text and marks it as drawn; 1 when that worked.
+ * ReadConfiguration reads the user's options again. Always 1.
+ * ReceiveMessage    takes a notification of a calculation application; `text` is the identifier
+ *                   of the protocol that holds the parameters, where there are any. Always 1, also
+ *                   for numbers that are not known and for failures.
+ *                     1003, 1008  an optimisation has ended, will start; in between results leave
+ *                                 the CAD window where it is
+ *                     1004        the object of the protocol is to be changed in the CAD
+ *                     2000        answered by 2001
+ *                     4101        the user is to measure a value in the CAD, in the unit that
+ *                                 "TessioCallParam" "Unit" names
+ *                     5556        the objects of the protocols in "Main" "Protocols" (joined by
+ *                                 ",") get their reference texts anew; the protocol is erased
+ *                     6000, 6003  the file "Data" "InOutFile" of kind "Data" "Type" is exchanged
+ *                                 with the CAD; answered by 6001 with 11 or 5, the result stands
+ *                                 in "Data" "Return"
+ *                     6100        the data wizard has ended
+ *                     6200        the options have changed
  * RefreshAllLinks   updates every CAD object whose protocol takes part in a link and lets the host
  *                   show the group of the active assembly; 1, or 0 when the CAD does not list its
  *                   parts or the group could not be made.
  * Set2dFileType     looks the 2D driver functions up and keeps the kind of drawing files (2 is
  *                   DXF); 0 when a required one is missing, which also ends the use of the whole
  *                   driver until the next LoginCad.
+ * SetCadIniFile     names the add-in's own ini file and reads which standard of the calculations
+ *                   stands for each of the CAD's: names in "General" "Standards" (joined by ","),
+ *                   the standard for each in section "StdHXMapping" (default: the name itself). 1
+ *                   when the file lists a standard, else 0.
+ * SetMeasureValue   hands the measured value to the calculation that asked for it; it may be
+ *                   called again with another value. Always 1; without a request nothing happens.
  * ShowDialogUT      closes the protocol and lets the host show its calculation; the host's
  *                   answer, 0 when it cannot be reached.
+ * ShowMCWDialog     lets the host show the bolted connection of the protocol. Always 1.
+ * ShowToolbar       shows the module's toolbar (nonzero) or hides it (0). Its three commands
+ *                   (options, refreshing links, writing extended data) can be chosen when the
+ *                   session's showFlag has bit 0x10. Always 1.
+ * SolveOneLink      solves the link of that name of the protocol in the host; the host's answer, 0
+ *                   when it cannot be reached.
  * StartCalculation  makes a protocol for the calculation `dataFile` (its name without folder) in
  *                   the given standard and lets the host show it. No result: the finished
  *                   calculation comes back through the callback window.
+ * StartNewBC        starts a new bolted connection in the standard that was used last; 1 when the
+ *                   host was asked to show it, 0 when no protocol could be made.
+ * Synchronize       brings the protocol's links up to date in the host, which knows what `mode`
+ *                   says; the host's answer, 0 when it cannot be reached.
  */
 /* clang-format off */
 #define QM_EXPORTS(X)                                                                             \
   X(CallOptim, QM_CDECL, int, (void), ())                                                         \
+  X(CallOptimGM, QM_CDECL, int, (const char* protocolId), (protocolId))                           \
   X(CallUTFunction, QM_CDECL, int, (int number), (number))                                        \
   X(CopyProtocol, QM_CDECL, int, (const char* reference, char* newId, char* newReference),        \
     (reference, newId, newReference))                                                             \
+  X(CorrectProtocol, QM_CDECL, int, (const char* protocolId), (protocolId))                       \
   X(CreateAssemblyProtocol, QM_CDECL, int,                                                        \
     (char* protocolId, char* reference, const char* caption), (protocolId, reference, caption))   \
   X(CreatePartProtocol, QM_CDECL, int,                                                            \
@@ -113,9 +171,16 @@
   X(CreateUniqueCopy, QM_CDECL, int, (void), ())                                                  \
   X(CreateUserProtocol, QM_CDECL, int,                                                            \
     (char* protocolId, char* reference, const char* caption), (protocolId, reference, caption))   \
+  X(DoWDOperation, QM_CDECL, void, (int first, int second, int third), (first, second, third))    \
+  X(EditLinks, QM_CDECL, int, (const char* protocolId), (protocolId))                             \
+  X(EditOneLink, QM_CDECL, int, (const char* protocolId, const char* link), (protocolId, link))   \
+  X(EndSolution, QM_CDECL, int, (void), ())                                                       \
   X(GMInsertNextObject, QM_CDECL, int, (void), ())                                                \
+  X(GenerateFamTable, QM_CDECL, int, (const char* protocolId, const char* table),                 \
+    (protocolId, table))                                                                          \
   X(GetAllMCWProtocolIDs, QM_CDECL, int, (const char* reference, char* list, int* capacity),      \
     (reference, list, capacity))                                                                  \
+  X(GetAssemblyPath, QM_CDECL, int, (char* path), (path))                                         \
   X(GetCadHinstance, QM_CDECL, QmModule, (void), ())                                              \
   X(GetPartInformation, QM_STDCALL, int,                                                          \
     (const char* protocolId, int change, int modelChanged, int* local, char* modelPath,           \
@@ -127,6 +192,7 @@
   X(GetProtocolType, QM_CDECL, int,                                                               \
     (const char* reference, char* calculationName, int* partType),                                \
     (reference, calculationName, partType))                                                       \
+  X(InitSolution, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
   X(IsFeaturePositive, QM_CDECL, int, (const char* protocolId, int* positive),                    \
     (protocolId, positive))                                                                       \
   X(IsSmartPart, QM_CDECL, int, (const char* reference), (reference))                             \
@@ -136,12 +202,23 @@
     (cadModuleName, showFlag, modelFileKind, modelDirName, modelExt, featureExt, settingsName,    \
      status))                                                                                     \
   X(LogoutCad, QM_CDECL, int, (void), ())                                                         \
+  X(MCWRecalculate, QM_CDECL, int, (const char* reference, int flag, int first, int second),      \
+    (reference, flag, first, second))                                                             \
   X(ObtainProtocol, QM_STDCALL, int, (const char* partName), (partName))                          \
+  X(ReadConfiguration, QM_CDECL, int, (void), ())                                                 \
+  X(ReceiveMessage, QM_CDECL, int, (int number, const char* text), (number, text))                \
   X(RefreshAllLinks, QM_CDECL, int, (void), ())                                                   \
   X(Set2dFileType, QM_CDECL, int, (int fileType), (fileType))                                     \
+  X(SetCadIniFile, QM_CDECL, int, (const char* iniPath), (iniPath))                               \
+  X(SetMeasureValue, QM_CDECL, int, (double value), (value))                                      \
   X(ShowDialogUT, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
+  X(ShowMCWDialog, QM_CDECL, int, (const char* protocolId), (protocolId))                         \
+  X(ShowToolbar, QM_CDECL, int, (int show), (show))                                               \
+  X(SolveOneLink, QM_CDECL, int, (const char* protocolId, const char* link), (protocolId, link))  \
   X(StartCalculation, QM_CDECL, void, (const char* dataFile, const char* standard),               \
-    (dataFile, standard))
+    (dataFile, standard))                                                                         \
+  X(StartNewBC, QM_CDECL, int, (void), ())                                                        \
+  X(Synchronize, QM_CDECL, int, (const char* protocolId, int mode), (protocolId, mode))
 /* clang-format on */
 
 /* On Windows the names come from the library's module-definition file: an export attribute would

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "app/resources/resource.h"
 #include "base/RegistryKey.h"
 #include "platform/Dialogs.h"
 #include "platform/Modules.h"
@@ -11,9 +12,6 @@
 
 namespace quillmar {
 namespace {
-
-constexpr int kCallbackDialog = 4000;
-constexpr int kHelperDialog = 4002;
 
 // Numbers of the language table.
 constexpr int kOptionsTitleText = 1;
@@ -54,6 +52,8 @@ QuillmarApp::QuillmarApp(QmModule self)
       dispatcher(services),
       commands{services, ipc, commandState},
       groupInserts(commands, dispatcher),
+      measurement(services, ipc),
+      notifications(services, session, ipc, measurement),
       callbackWindow(*this),
       helperWindow(*this),
       queue(commands, [this] { callbackWindow.Post(callFunctionMessage); }) {}
@@ -99,8 +99,8 @@ void QuillmarApp::DetermineTitle() {
 }
 
 void QuillmarApp::CreateWindows() {
-  callbackWindow.Create(kCallbackDialog);
-  helperWindow.Create(kHelperDialog);
+  callbackWindow.Create(IDD_CALLBACK_WINDOW);
+  helperWindow.Create(IDD_HELPER_WINDOW);
 }
 
 void QuillmarApp::ShutDown() {
@@ -111,6 +111,8 @@ void QuillmarApp::ShutDown() {
   if (!session.loggedOut) login.EndHost();
   host.Detach();
   converter.reset();
+  measurement.Release();
+  standards.Clear();
   tags.Clear();
   libraries.Free();
   bolted.Unbind();
@@ -151,6 +153,27 @@ std::optional<HostSession> QuillmarApp::DescribeSession() const {
   return description;
 }
 
+struct QuillmarApp::ToolbarRow {
+  int command;
+  void (*run)(QuillmarApp& app);
+};
+
+// The functions that take long are queued: the click comes from inside the window system.
+const QuillmarApp::ToolbarRow QuillmarApp::kToolbar[] = {
+    {ID_TOOLBAR_OPTIONS,
+     [](QuillmarApp& app) { app.errors.ReportError("Function not available: options", QM_HERE); }},
+    {ID_TOOLBAR_REFRESH_LINKS, [](QuillmarApp& app) { app.queue.Queue(kRefreshAllLinks); }},
+    {ID_TOOLBAR_UPDATE_DATA, [](QuillmarApp& app) { app.queue.Queue(kUpdateExtendedData); }},
+};
+
+void QuillmarApp::ShowToolbar(bool show) {
+  const bool enabled = (session.showFlag & kShowToolbarCommands) != 0;
+  for (const ToolbarRow& row : kToolbar) callbackWindow.EnableCommand(row.command, enabled);
+  keepVisible = true;
+  callbackWindow.Show(show);
+  keepVisible = false;
+}
+
 // --- the hidden windows ---
 
 void QuillmarApp::SelfHidingWindow::Create(int dialogTemplate) {
@@ -162,10 +185,30 @@ void QuillmarApp::SelfHidingWindow::Abandon() {
   if (window) window->Abandon();
 }
 
-void QuillmarApp::SelfHidingWindow::OnShown() { Post(app.hideMessage); }
+void QuillmarApp::SelfHidingWindow::Show(bool visible) {
+  if (window) window->Show(visible);
+}
+
+void QuillmarApp::SelfHidingWindow::EnableCommand(int command, bool enabled) {
+  if (window) window->EnableCommand(command, enabled);
+}
+
+void QuillmarApp::SelfHidingWindow::OnShown() {
+  if (!app.keepVisible) Post(app.hideMessage);
+}
 
 void QuillmarApp::SelfHidingWindow::OnMessage(unsigned message) {
   if (message == app.hideMessage && window) window->Show(false);
+}
+
+void QuillmarApp::CallbackWindow::OnCommand(int command) {
+  try {
+    for (const ToolbarRow& row : kToolbar) {
+      if (row.command == command) row.run(app);
+    }
+  } catch (const std::exception& error) {
+    app.errors.ReportError(std::string("Toolbar: ") + error.what(), QM_HERE);
+  }
 }
 
 // What the message asks for must not throw into the loop of the CAD.

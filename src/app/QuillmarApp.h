@@ -8,10 +8,13 @@
 #include "calclink/CalcHost.h"
 #include "commands/CallbackDispatcher.h"
 #include "commands/GroupInsertTimer.h"
+#include "commands/Measurement.h"
+#include "commands/Notifications.h"
 #include "commands/QueuedFunctions.h"
 #include "commands/SessionLogin.h"
 #include "parts/PartServices.h"
 #include "platform/Messages.h"
+#include "session/CadStandards.h"
 
 namespace quillmar {
 
@@ -34,6 +37,13 @@ class QuillmarApp {
   QueuedFunctions& Queue() { return queue; }
   const CommandContext& Commands() const { return commands; }
   GroupInsertTimer& GroupInserts() { return groupInserts; }
+  Measurement& Measure() { return measurement; }
+  Notifications& Receiver() { return notifications; }
+  CadStandards& Standards() { return standards; }
+
+  // Shows or hides the toolbar, which is the callback window. Its commands can be chosen when the
+  // session's caller allows it.
+  void ShowToolbar(bool show);
 
  private:
   // A window that hides itself whenever somebody shows it, and hands on the suite's messages.
@@ -45,6 +55,8 @@ class QuillmarApp {
     void Abandon();
     QmWindow Handle() const { return window ? window->Handle() : 0; }
     void Post(unsigned message) const { platform::PostToWindow(Handle(), message); }
+    void Show(bool visible);
+    void EnableCommand(int command, bool enabled);
 
    protected:
     void OnMessage(unsigned message) override;
@@ -56,14 +68,18 @@ class QuillmarApp {
     std::unique_ptr<platform::HiddenWindow> window;
   };
 
-  // Also receives the host's callback and the module's queued functions.
+  // Also receives the host's callback and the module's queued functions, and is the toolbar.
   class CallbackWindow : public SelfHidingWindow {
    public:
     using SelfHidingWindow::SelfHidingWindow;
 
    protected:
     void OnMessage(unsigned message) override;
+    void OnCommand(int command) override;
   };
+
+  struct ToolbarRow;
+  static const ToolbarRow kToolbar[];
 
   void LoadTexts();
   void DetermineTitle();
@@ -90,6 +106,7 @@ class QuillmarApp {
   UniqueIds ids;
   ViewKeyMapping viewKeys;
   std::unique_ptr<ProtocolConverter> converter;
+  CadStandards standards;
   double axisOverlap = 0.0;
   PartServices services;
   SessionLogin login;
@@ -97,6 +114,8 @@ class QuillmarApp {
   CommandState commandState;
   CommandContext commands;
   GroupInsertTimer groupInserts;
+  Measurement measurement;
+  Notifications notifications;
   CallbackWindow callbackWindow;
   SelfHidingWindow helperWindow;
   QueuedFunctions queue;
@@ -104,6 +123,8 @@ class QuillmarApp {
   unsigned callbackMessage = 0;
   unsigned callFunctionMessage = 0;
   unsigned hideMessage = 0;
+  // Set while the module itself shows the toolbar: it must not hide itself again.
+  bool keepVisible = false;
 };
 
 }  // namespace quillmar

@@ -1,5 +1,6 @@
 #include "calclink/CalcHost.h"
 
+#include "calclink/NotificationVocabulary.h"
 #include "platform/Files.h"
 #include "platform/Processes.h"
 #include "platform/System.h"
@@ -16,9 +17,6 @@ using platform::AutomationType;
 constexpr std::uint32_t kReadyTimeout = 11000;  // milliseconds
 constexpr const char* kSessionKind = "258";
 constexpr const char* kSessionVariant = "D";
-
-constexpr int kExitNotification = 5000;
-constexpr int kExitInteger = 3;
 
 int IntOf(const AutomationResult& result) {
   const int* value = std::get_if<int>(&result.value);
@@ -167,8 +165,8 @@ std::string CalcHost::CallText(int method, const AutomationArguments& arguments)
   return result.status == AutomationStatus::Done && text != nullptr ? *text : std::string();
 }
 
-void CalcHost::CallNone(int method, const AutomationArguments& arguments) {
-  Invoke(method, arguments, AutomationType::None);
+bool CalcHost::CallNone(int method, const AutomationArguments& arguments) {
+  return Invoke(method, arguments, AutomationType::None).status == AutomationStatus::Done;
 }
 
 int CalcHost::CallIntIfOffered(TextRef name, int method, const AutomationArguments& arguments) {
@@ -178,6 +176,13 @@ int CalcHost::CallIntIfOffered(TextRef name, int method, const AutomationArgumen
 int CalcHost::ShowCalculation(const std::string& protocolId) {
   VXProtocol::CloseById(with.protocols, protocolId);
   return CallInt(QM_HOST_SHOW_CALCULATION, {protocolId});
+}
+
+std::string CalcHost::CompanionFolder() {
+  std::string folder = CallText(QM_HOST_COMPANION_FOLDER, {});
+  if (folder.empty()) return with.paths.GetSuiteFolder();
+  if (folder.ends_with('\\')) folder.pop_back();
+  return folder;
 }
 
 int CalcHost::AnnounceProtocol(const std::string& protocolId) {
@@ -192,7 +197,8 @@ void CalcHost::RequestExit(bool endHost) {
   VXProtocol request(with.protocols);
   request.CreateNew();
   request.PutGlobalData(global::kExit, endHost ? "1" : "0");
-  with.ipc.SendModelessMessage(kExitNotification, kExitInteger, request.GetProtocolID());
+  with.ipc.SendModelessMessage(notification::kExitRequest, notification::kExitInteger,
+                               request.GetProtocolID());
   request.Close();
 }
 

@@ -57,12 +57,16 @@ class CalcHost {
   // call could not be made. An error that the host raises is shown to the user.
   int CallInt(int method, const platform::AutomationArguments& arguments);
   std::string CallText(int method, const platform::AutomationArguments& arguments);
-  void CallNone(int method, const platform::AutomationArguments& arguments);
+  // For methods without a result: true when the host was reached and took the call.
+  bool CallNone(int method, const platform::AutomationArguments& arguments);
   // The same for methods that a host may lack: skipped when it does not know the name.
   int CallIntIfOffered(TextRef name, int method, const platform::AutomationArguments& arguments);
 
   // Closes the protocol in the store, so that the host can open it, and shows its calculation.
   int ShowCalculation(const std::string& protocolId);
+  // Folder of the suite's companion programs, without trailing backslash: what the host answers,
+  // without a host the suite's folder.
+  std::string CompanionFolder();
   // Tells the host that the protocol changed.
   int AnnounceProtocol(const std::string& protocolId);
   // Tells an attached host which toolbar commands are shown; does not connect.

@@ -9,4 +9,7 @@ namespace quillmar {
 // Nothing happens during an optimisation, whose many results would keep stealing the focus.
 void BringCadToFront(const PartServices& services);
 
+// For a question to the user in the CAD: also during an optimisation.
+void ActivateCad(const PartServices& services);
+
 }  // namespace quillmar

@@ -9,17 +9,7 @@
 namespace quillmar {
 namespace {
 
-struct Mark {
-  const char* keyword;
-  const char* value;
-};
-
-constexpr Mark kOptimizerMarks[] = {
-    {keyword::kHasIdentity, "1"},
-    {keyword::kToUpdate, "1"},
-    {keyword::kRecalcAgain, "0"},
-    {keyword::kToOptimize, "1"},
-};
+constexpr const char* kOptimizePart = "1";
 
 bool IsGroup(VXProtocol& protocol) {
   int answer = 0;
@@ -35,13 +25,20 @@ void OptimizeGroup(const CommandContext& context, const std::string& protocolId)
 // The optimizer compares with the state that the CAD shows now.
 void OptimizeCalculation(const PartServices& services, WorkingCopy& selected) {
   VXProtocol& protocol = selected.Protocol();
-  for (const Mark& mark : kOptimizerMarks) protocol.PutCadx(mark.keyword, mark.value);
+  MarkForOptimizer(protocol, kOptimizePart);
   RefreshBomData(protocol);
   ReadPhysicalProperties(services, protocol);
   services.host.ShowCalculation(selected.Keep());
 }
 
 }  // namespace
+
+void MarkForOptimizer(VXProtocol& protocol, TextRef how) {
+  protocol.PutCadx(keyword::kHasIdentity, "1");
+  protocol.PutCadx(keyword::kToUpdate, "1");
+  protocol.PutCadx(keyword::kRecalcAgain, "0");
+  protocol.PutCadx(keyword::kToOptimize, how);
+}
 
 int CallOptim(const CommandContext& context) {
   WorkingCopy selected(context.services);

@@ -9,4 +9,8 @@ namespace quillmar {
 // to be optimized. 0 when nothing is selected that could be.
 int CallOptim(const CommandContext& context);
 
+// Writes the flags by which the calculation of the protocol is run by the optimizer, `how` tells it
+// on whose behalf.
+void MarkForOptimizer(VXProtocol& protocol, TextRef how);
+
 }  // namespace quillmar

@@ -40,8 +40,8 @@ constexpr Row kFunctions[] = {
     {9, "connect assembly protocol", &ConnectAssembly},
     {10, "scan bill of materials", &ScanBillOfMaterials},
     {103, "recalculate as independent part", &RecalculateAsIndependentPart},
-    {4001, "RefreshAllLinks", &RefreshAllLinks},
-    {4002, "UpdateExtendedData", nullptr},
+    {kRefreshAllLinks, "RefreshAllLinks", &RefreshAllLinks},
+    {kUpdateExtendedData, "UpdateExtendedData", nullptr},
     {4003, "DataWizard", nullptr},
     {4004, "CreateUniqueCopy", &MakeUnique},
 };

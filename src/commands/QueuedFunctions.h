@@ -8,6 +8,10 @@
 
 namespace quillmar {
 
+// Numbers of functions that the module itself queues.
+inline constexpr int kRefreshAllLinks = 4001;
+inline constexpr int kUpdateExtendedData = 4002;
+
 class QueuedFunctions {
  public:
   // `post` posts the message that brings Run about.

@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "Forward.h"
-#include "commands/CalculationStarts.h"
 #include "parts/ObtainProtocol.h"
 #include "platform/EntryPoint.h"
 
@@ -69,19 +68,6 @@ int QM_CDECL LogoutCad(void) {
   return Forward("LogoutCad", 1, [](QuillmarApp& app) { return app.Login().LogoutCad(); });
 }
 
-void QM_CDECL StartCalculation(const char* dataFile, const char* standard) {
-  Forward("StartCalculation", 0, [&](QuillmarApp& app) {
-    quillmar::StartCalculation(app.Services(), Text(dataFile), Text(standard));
-    return 0;
-  });
-}
-
-int QM_CDECL ShowDialogUT(const char* protocolId) {
-  return Forward("ShowDialogUT", 0, [&](QuillmarApp& app) {
-    return app.Services().host.ShowCalculation(Text(protocolId));
-  });
-}
-
 int QM_CDECL Set2dFileType(int fileType) {
   return Forward("Set2dFileType", 0,
                  [&](QuillmarApp& app) { return app.Services().driver.Bind2d(fileType) ? 1 : 0; });
@@ -103,4 +89,29 @@ int QM_CDECL CallUTFunction(int number) {
 QmModule QM_CDECL GetCadHinstance(void) {
   return Forward("GetCadHinstance", QmModule{nullptr},
                  [](QuillmarApp& app) { return app.Services().driver.addIn; });
+}
+
+int QM_CDECL GetAssemblyPath(char* path) {
+  return Forward("GetAssemblyPath", 0, [&](QuillmarApp& app) {
+    return path != nullptr ? app.Services().driver.GetAssemblyPath(path) : 0;
+  });
+}
+
+int QM_CDECL ReadConfiguration(void) {
+  return Forward("ReadConfiguration", 1, [](QuillmarApp& app) {
+    app.Services().options.ReadConfiguration();
+    return 1;
+  });
+}
+
+int QM_CDECL SetCadIniFile(const char* iniPath) {
+  return Forward("SetCadIniFile", 0,
+                 [&](QuillmarApp& app) { return app.Standards().Load(Text(iniPath)) ? 1 : 0; });
+}
+
+int QM_CDECL ShowToolbar(int show) {
+  return Forward("ShowToolbar", 1, [&](QuillmarApp& app) {
+    app.ShowToolbar(show != 0);
+    return 1;
+  });
 }

@@ -1,8 +1,6 @@
 #include "parts/CadListReaders.h"
 
-#include <cstring>
-#include <memory>
-#include <new>
+#include "parts/TwoStepRead.h"
 
 namespace quillmar {
 namespace {
@@ -57,30 +55,6 @@ const ReaderRow& RowOf(CadList list) {
   return *row;
 }
 
-// One call with room for `size` characters. The driver sets `size` to the length it needs when
-// the text does not fit; nothing it may have written then counts.
-template <class DriverCall>
-bool ReadOnce(const DriverCall& call, int& size, std::string& text) {
-  const auto room = static_cast<std::size_t>(size);
-  const std::unique_ptr<char[]> buffer(new (std::nothrow) char[room + 1]);
-  if (buffer == nullptr) return false;
-  buffer[0] = '\0';
-  if (call(buffer.get(), &size) == 0) return false;
-  text.assign(buffer.get(), ::strnlen(buffer.get(), room));
-  return true;
-}
-
-enum class ReadResult { Done, FailedAtOnce, FailedAgain };
-
-template <class DriverCall>
-ReadResult ReadInTwoSteps(const DriverCall& call, std::string& text) {
-  text.clear();
-  int size = kUsualSize;
-  if (ReadOnce(call, size, text)) return ReadResult::Done;
-  if (size <= 0) return ReadResult::FailedAtOnce;
-  return ReadOnce(call, size, text) ? ReadResult::Done : ReadResult::FailedAgain;
-}
-
 }  // namespace
 
 bool OffersList(const CadDriverTable& driver, CadList list) {
@@ -93,7 +67,8 @@ bool ReadCadList(const CadDriverTable& driver, ErrorLog& errors, CadList list,
   text.clear();
   if (!row.isOffered(driver)) return true;
   const ReadResult result = ReadInTwoSteps(
-      [&](char* buffer, int* size) { return row.call(driver, key.c_str(), buffer, size); }, text);
+      [&](char* buffer, int* size) { return row.call(driver, key.c_str(), buffer, size); },
+      kUsualSize, text);
   if (result == ReadResult::Done) return true;
   errors.ReportError(result == ReadResult::FailedAtOnce ? row.message : kCannotReadList, QM_HERE);
   return false;
@@ -105,7 +80,7 @@ bool ReadCadReference(const CadDriverTable& driver, const std::string& partName,
              [&](char* buffer, int* size) {
                return driver.GetProtocol(partName.c_str(), buffer, size);
              },
-             reference) == ReadResult::Done;
+             kUsualSize, reference) == ReadResult::Done;
 }
 
 }  // namespace quillmar

@@ -46,9 +46,9 @@ inline constexpr const char* kLoop = "Loop";
 inline constexpr const char* kOptim = "Optim";
 inline constexpr const char* kModelError = "ModelError";
 inline constexpr const char* kUpdate = "Update";
-inline constexpr const char* kHasIdentity = "id";        // the CAD knows the object by an identity
-inline constexpr const char* kToUpdate = "update";  // the object is to follow the protocol
-inline constexpr const char* kToOptimize = "optim";     // the optimizer is to run the calculation
+inline constexpr const char* kHasIdentity = "id";    // the CAD knows the object by an identity
+inline constexpr const char* kToUpdate = "update";   // the object is to follow the protocol
+inline constexpr const char* kToOptimize = "optim";  // the optimizer is to run the calculation
 inline constexpr const char* kOldPartPid = "OldPartPID";
 inline constexpr const char* kRecalcNew = "Recalc";    // a new calculation is to be run
 inline constexpr const char* kRecalcAgain = "recalc";  // an existing one is to be run again
@@ -75,14 +75,9 @@ inline constexpr const char* kPath = "Path";
 inline constexpr const char* kActive = "Active";
 inline constexpr const char* kUnit = "Unit";
 inline constexpr const char* kMeasuredValue = "MeasuredValue";
-inline constexpr const char* kProtocols = "Protocols";
 inline constexpr const char* kInOutFile = "InOutFile";
 inline constexpr const char* kType = "Type";
 inline constexpr const char* kReturn = "Return";
-// Flags that the calculation finds when it is shown again.
-inline constexpr const char* kHasIdentity = "id";
-inline constexpr const char* kToUpdate = "update";
-inline constexpr const char* kToOptimize = "optim";
 }  // namespace quillmar::keyword
 
 namespace quillmar::global {

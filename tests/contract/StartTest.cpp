@@ -67,5 +67,97 @@ TEST_F(StartCalculation, TextsThatAreMissingOddOrLong) {
   }
 }
 
+// --- bolted connections ---
+
+TEST_F(StartCalculation, ABoltedConnectionTakesTheStandardThatWasUsedLast) {
+  const std::string calculation = kModuleKey + "\\VxcVTL\\Calcs\\BOLTCON";
+  const std::string options = kModuleKey + "\\OptKC";
+  const std::string suite = kModuleKey + "\\Fendrake";
+  const auto forget = [&] {
+    for (const Hive hive : {Hive::CurrentUser, Hive::LocalMachine}) {
+      for (const std::string& key : {calculation, options, suite}) ClearKey(hive, key);
+    }
+  };
+  struct Stored {
+    Hive hive;
+    const std::string& key;
+    const char* name;
+    const char* text;
+  };
+  const struct {
+    std::vector<Stored> stored;
+    const char* standard;
+  } cases[] = {
+      {{}, "ANS"},
+      {{{Hive::LocalMachine, suite, "LastStandard", "  DIN "}}, "DIN"},
+      {{{Hive::LocalMachine, suite, "LastStandard", "DIN"},
+        {Hive::CurrentUser, suite, "LastStandard", "GB"}},
+       "GB"},
+      {{{Hive::CurrentUser, suite, "LastStandard", "DIN"},
+        {Hive::LocalMachine, options, "LastSelStdAsStr", "JIS"}},
+       "JIS"},
+      {{{Hive::CurrentUser, options, "LastSelStdAsStr", "JIS"},
+        {Hive::LocalMachine, calculation, "Standard", "ISO 4014"}},
+       "ISO 4014"},
+      // The first that can be read counts, whatever it holds.
+      {{{Hive::CurrentUser, options, "LastSelStdAsStr", "JIS"},
+        {Hive::CurrentUser, calculation, "Standard", " \t"}},
+       "ANS"},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.standard);
+    forget();
+    for (const Stored& value : each.stored) SetText(value.hive, value.key, value.name, value.text);
+    EXPECT_EQ(module.StartNewBC(), 1);
+    const Record record(ShownProtocol());
+    EXPECT_EQ(record.Global("Standard"), each.standard);
+    EXPECT_EQ(record.Global("Language"), "CZ");
+    EXPECT_EQ(record.Global("FirstRun"), kMissing);
+    EXPECT_EQ(record.KeyWord("Cadx", "Recalc"), "5");
+    EXPECT_EQ(record.KeyWord("Main", "DataFile"), "KEELDATA|THRJOIN");
+  }
+}
+
+TEST_F(StartCalculation, ARecalculatedConnectionGoesToItsLibrary) {
+  std::string id;
+  std::string reference;
+  {
+    Record record;
+    record.SetKeyWord("Main", "DataFile", "KEELDATA|THRJOIN");
+    id = record.Id();
+    reference = record.Reference();
+  }
+  Erase(id);
+  strict::Core().Strict_SetAnswer("EditBoltedConnection2", "9");
+  EXPECT_EQ(module.MCWRecalculate(reference.c_str(), 1, 20, -30), kStrictCompanions ? 9 : 1);
+  EXPECT_EQ(StateOf(id), 2) << "made anew from the text, and closed";
+  if (kStrictCompanions) {
+    ASSERT_THAT(Calls("EditBoltedConnection2"), SizeIs(1));
+    EXPECT_THAT(Calls("EditBoltedConnection2")[0].arguments, ElementsAre(id, "20", "-30"));
+  }
+  EXPECT_EQ(module.MCWRecalculate("no marker", 1, 2, 3), 0);
+  EXPECT_EQ(module.MCWRecalculate(nullptr, 1, 2, 3), 0);
+}
+
+// --- the group manager's optimisation ---
+
+TEST_F(StartCalculation, TheOptimizerFindsItsFlags) {
+  std::string id;
+  { id = Record().Id(); }
+  EXPECT_EQ(module.CallOptimGM(id.c_str()), 1);
+  EXPECT_EQ(ShownProtocol(), id);
+  ASSERT_EQ(StateOf(id), 2);
+  {
+    const Record record(id);
+    EXPECT_EQ(record.KeyWord("Cadx", "id"), "1");
+    EXPECT_EQ(record.KeyWord("Cadx", "update"), "1");
+    EXPECT_EQ(record.KeyWord("Cadx", "recalc"), "0");
+    EXPECT_EQ(record.KeyWord("Cadx", "optim"), "4");
+  }
+  host.Forget();
+  EXPECT_EQ(module.CallOptimGM(std::string(300, 'x').c_str()), 0);
+  EXPECT_THAT(host.Commands(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace quillmar::contract

@@ -192,6 +192,7 @@ TEST_F(HostTest, OrderedRecalculationOfADrawnPart) {
   const std::string id = NewProtocol("GEAR1");
   Show(id);
   window.Reports();
+  CallbackList();  // until then the first result waits
   for (const char* flag : {"Drawn", "FromCad"}) Put(id, "Cadx", flag, "1");
   Order(1, {{"b", "36"}}, "GEAR1", id);
   Show(id);

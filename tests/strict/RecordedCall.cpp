@@ -199,6 +199,8 @@ bool RecordedCall::HandOutList(const ListOutput& list) {
   }
   if (needed > 0 && Awaited().insert(asked).second) return false;
   Awaited().erase(asked);
+  const char* again = Core().Strict_Answer((function + ".again").c_str());
+  if (again != nullptr && std::atoi(again) == 0) return false;
   if (needed > offered) {
     Violate("a second call that offers less than was asked for");
     return false;

@@ -39,6 +39,8 @@
  *                           "<function>"                    result; a storage or link function
  *                                                           given 0 fails without an effect
  *                           "<function>.<argument>"         what an output argument receives
+ *                           "<function>.again"              given 0, the second call for a list
+ *                                                           fails too
  *                           "<function>(<text>).<argument>" the same when the function's first
  *                                                           text argument is <text>
  * Strict_Answer           the answer of a key, null when none was laid down.
