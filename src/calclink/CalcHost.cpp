@@ -189,6 +189,13 @@ int CalcHost::AnnounceProtocol(const std::string& protocolId) {
   return CallInt(QM_HOST_ANNOUNCE, {protocolId});
 }
 
+bool CalcHost::WriteFile(const std::string& protocolId, int fileType) {
+  const AutomationResult result =
+      Invoke(QM_HOST_WRITE_FILE, {protocolId, fileType}, AutomationType::Short);
+  const auto* written = std::get_if<std::int16_t>(&result.value);
+  return result.status == AutomationStatus::Done && written != nullptr && *written != 0;
+}
+
 int CalcHost::SendShowFlag(int showFlag) {
   return IntOf(CallAndShow(QM_HOST_SHOW_FLAG, {showFlag}, AutomationType::Int));
 }

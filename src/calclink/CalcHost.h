@@ -69,6 +69,9 @@ class CalcHost {
   std::string CompanionFolder();
   // Tells the host that the protocol changed.
   int AnnounceProtocol(const std::string& protocolId);
+  // Asks the host to write the file that the protocol names; `fileType` is the kind of drawing
+  // files that the CAD asked for. True when it was written.
+  bool WriteFile(const std::string& protocolId, int fileType);
   // Tells an attached host which toolbar commands are shown; does not connect.
   int SendShowFlag(int showFlag);
   // Sends the exit request; `endHost` asks the host to end, else only the session ends.

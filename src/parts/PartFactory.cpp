@@ -1,9 +1,16 @@
 #include "parts/PartFactory.h"
 
+#include "parts/VX2dPart.h"
+#include "parts/VXAssembly.h"
+#include "parts/VXCalcPart.h"
 #include "parts/VXCamPart.h"
 #include "parts/VXFeaturePart.h"
+#include "parts/VXFormat.h"
+#include "parts/VXModelPart.h"
+#include "parts/VXNamedProt.h"
 #include "parts/VXParamPart.h"
 #include "parts/VXShaft.h"
+#include "parts/VXSymbol.h"
 #include "platform/System.h"
 
 namespace quillmar {
@@ -21,33 +28,26 @@ std::unique_ptr<VXPart> Make(const PartServices& services, VXProtocol& protocol)
 
 struct PartClassRow {
   int typeOfPart;
-  Factory factory;  // null: no part object is made for the type
+  Factory factory;
 };
 
 constexpr PartClassRow kPartClassRegistry[] = {
-    {3, nullptr},  // model part
-    {2, Make<VXParamPart>},
-    {4, nullptr},   // calculation
-    {10, nullptr},  // assembly
-    {9, Make<VXShaft>},
-    {5, nullptr},  // model parts
-    {6, nullptr},
-    {7, Make<VXFeaturePart>},
-    {8, Make<VXFeaturePart>},
-    {1, nullptr},   // drawing
-    {13, nullptr},  // symbol
-    {12, nullptr},  // format
+    {3, Make<VXModelPart>}, {2, Make<VXParamPart>},   {4, Make<VXCalcPart>},
+    {10, Make<VXAssembly>}, {9, Make<VXShaft>},       {5, Make<VXModelPart>},
+    {6, Make<VXModelPart>}, {7, Make<VXFeaturePart>}, {8, Make<VXFeaturePart>},
+    {1, Make<VX2dPart>},    {13, Make<VXSymbol>},     {12, Make<VXFormat>},
     {14, Make<VXCamPart>},
 };
 
 std::unique_ptr<VXPart> MakePart(const PartServices& services, VXProtocol& protocol) {
   std::string dataFile;
   protocol.GetDataFileName(dataFile);
-  if (platform::EqualsNoCase(dataFile, kGroupDataFile)) return nullptr;
+  if (platform::EqualsNoCase(dataFile, kGroupDataFile))
+    return Make<VXNamedProt>(services, protocol);
   int type = 0;
   if (!protocol.GetTypeOfPart(type)) return nullptr;
   for (const PartClassRow& row : kPartClassRegistry) {
-    if (row.typeOfPart == type && row.factory) return row.factory(services, protocol);
+    if (row.typeOfPart == type) return row.factory(services, protocol);
   }
   return nullptr;
 }

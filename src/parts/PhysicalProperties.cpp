@@ -79,4 +79,11 @@ void ReadFeatureStates(const PartServices& services, VXProtocol& protocol) {
   ReadGroup(services, protocol, CadList::FeaturesState, kFeatureStates);
 }
 
+void SendPartsVisibility(const PartServices& services, VXProtocol& protocol) {
+  if (!services.driver.SetPartsVisibility) return;
+  std::string states;
+  BuildParameterList(protocol, ListForm::Values, kFeatureStates, states);
+  services.driver.SetPartsVisibility(protocol.GetProtocolID().c_str(), states.c_str());
+}
+
 }  // namespace quillmar

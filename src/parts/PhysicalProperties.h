@@ -15,4 +15,7 @@ void PartStateUpdate(const PartServices& services, VXProtocol& protocol);
 // Which features are switched on, when the driver tells it.
 void ReadFeatureStates(const PartServices& services, VXProtocol& protocol);
 
+// The way back: shows and hides the parts of an assembly as the protocol says.
+void SendPartsVisibility(const PartServices& services, VXProtocol& protocol);
+
 }  // namespace quillmar

@@ -55,7 +55,7 @@ void VXCamPart::LoadProfile() {
 bool VXCamPart::InsertIntoCad(const std::string& connection, const ExtDataPairs& pairs) {
   LoadProfile();
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
   std::string modelPath;
   GetModelFilePath(modelPath);
   if (!MakeFileName(false, true)) {
@@ -83,17 +83,11 @@ bool VXCamPart::InsertByProfile(const std::string& connection, const ExtDataPair
 bool VXCamPart::ChangeInCad(const std::string& connection, const ExtDataPairs& pairs) {
   LoadProfile();
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
-  switch (ChangeState()) {
-    case Change::ReconnectOnly:
-      return Reconnect(connection) || Fail("Cannot update protocol", QM_HERE);
-    case Change::Nothing:
-      return true;
-    case Change::Full:
-      break;
-  }
-  if (!ChangeByDriver(parameters, WithFreshIdentity(connection), pairs)) return false;
-  return SendFeatureStates() || Fail("Cannot prepare list of features", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
+  return ChangeByState(connection, QM_HERE, [&] {
+    return ChangeByDriver(parameters, WithFreshIdentity(connection), pairs) &&
+           SendFeatureStates(QM_HERE);
+  });
 }
 
 bool VXCamPart::ChangeByDriver(const std::string& parameters, const std::string& connection,

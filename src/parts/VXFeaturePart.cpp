@@ -27,7 +27,7 @@ std::string VXFeaturePart::DescriptionSuffix() {
 
 bool VXFeaturePart::InsertIntoCad(const std::string& connection, const ExtDataPairs&) {
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
   std::string modelPath;
   GetModelFilePath(modelPath);
   if (!MakeFileName(false, true)) {
@@ -41,21 +41,15 @@ bool VXFeaturePart::InsertIntoCad(const std::string& connection, const ExtDataPa
 
 bool VXFeaturePart::ChangeInCad(const std::string& connection, const ExtDataPairs&) {
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
-  switch (ChangeState()) {
-    case Change::ReconnectOnly:
-      return Reconnect(connection) || Fail("Cannot update protocol", QM_HERE);
-    case Change::Nothing:
-      return true;
-    case Change::Full:
-      break;
-  }
-  std::string modelPath;
-  GetModelFilePath(modelPath);
-  return services.driver.ChangeFeature(modelPath.c_str(), protocol.GetProtocolID().c_str(),
-                                       connection.c_str(), caption.c_str(),
-                                       parameters.c_str()) != 0 ||
-         Fail("Cannot update feature part", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
+  return ChangeByState(connection, QM_HERE, [&] {
+    std::string modelPath;
+    GetModelFilePath(modelPath);
+    return services.driver.ChangeFeature(modelPath.c_str(), protocol.GetProtocolID().c_str(),
+                                         connection.c_str(), caption.c_str(),
+                                         parameters.c_str()) != 0 ||
+           Fail("Cannot update feature part", QM_HERE);
+  });
 }
 
 bool VXFeaturePart::ReadBackFromCad() {

@@ -64,7 +64,7 @@ bool VXParamPart::WantsDescription() {
 
 bool VXParamPart::InsertIntoCad(const std::string& connection, const ExtDataPairs& pairs) {
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
   std::string modelPath;
   GetModelFilePath(modelPath);
   ApplyGenerationRules(parameters, modelPath);
@@ -90,30 +90,15 @@ void VXParamPart::ApplyGenerationRules(std::string& parameters, const std::strin
 
 bool VXParamPart::ChangeInCad(const std::string& connection, const ExtDataPairs& pairs) {
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
   std::string modelPath;
   GetModelFilePath(modelPath);
   ApplyGenerationRules(parameters, modelPath);
   const bool modelChanged = HasOtherModel();
   if (SwitchConfiguration(connection)) return true;
-  switch (ChangeState()) {
-    case Change::ReconnectOnly:
-      return Reconnect(connection) || Fail("Cannot update protocol", QM_HERE);
-    case Change::Nothing:
-      return true;
-    case Change::Full:
-      break;
-  }
-  return ChangeFully(parameters, modelPath, WithFreshIdentity(connection), pairs, modelChanged);
-}
-
-// Whether another library model stands behind the part than when it was last read back.
-bool VXParamPart::HasOtherModel() {
-  std::string modelId;
-  protocol.GetModelID(modelId);
-  std::string oldModelId;
-  protocol.GetGlobalData(global::kOldModelId, oldModelId);
-  return !platform::EqualsNoCase(modelId, oldModelId);
+  return ChangeByState(connection, QM_HERE, [&] {
+    return ChangeFully(parameters, modelPath, WithFreshIdentity(connection), pairs, modelChanged);
+  });
 }
 
 bool VXParamPart::SwitchConfiguration(const std::string& connection) {
@@ -137,7 +122,7 @@ bool VXParamPart::ChangeFully(const std::string& parameters, const std::string& 
                                       modelChanged ? 1 : 0) == 0) {
     return Fail("Cannot update parameter part", QM_HERE);
   }
-  return SendFeatureStates() || Fail("Cannot prepare list of features", QM_HERE);
+  return SendFeatureStates(QM_HERE);
 }
 
 bool VXParamPart::ReadBackFromCad() {

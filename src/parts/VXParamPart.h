@@ -20,7 +20,6 @@ class VXParamPart : public VXPart {
 
  private:
   void ApplyGenerationRules(std::string& parameters, const std::string& modelPath);
-  bool HasOtherModel();
   bool SwitchConfiguration(const std::string& connection);
   bool ChangeFully(const std::string& parameters, const std::string& modelPath,
                    const std::string& connection, const ExtDataPairs& pairs, bool modelChanged);

@@ -18,6 +18,9 @@ constexpr int kTextPartFiles = 3;
 constexpr int kRemoveSpaces = 1;
 // A protocol in this state of optimisation is left in it.
 constexpr int kOptimKept = 4;
+// How far a CAD object has to follow its protocol; any other state leaves it alone.
+constexpr int kChangedFully = 0;
+constexpr int kReconnectOnly = 1;
 
 }  // namespace
 
@@ -99,7 +102,7 @@ bool VXPart::DrawInCad(InsertMode mode) {
   if (!protocol.MakeReference(connection, Markers::Standard)) {
     return Fail("Cannot prepare protocol.", QM_HERE);
   }
-  if (!views.empty()) return DriveViews(Drive::Insert, views, connection, pairs);
+  if (!views.empty()) return DriveViews(Step::Insert, views, connection, pairs);
   return InsertIntoCad(connection, pairs) || Fail("Cannot insert part into cad system.", QM_HERE);
 }
 
@@ -164,7 +167,7 @@ bool VXPart::Update() {
   } else {
     OrderViews(views);
     CopyCadValues(views);
-    if (!DriveViews(Drive::Change, views, connection, pairs)) return false;
+    if (!DriveViews(Step::Change, views, connection, pairs)) return false;
   }
   FinishOptimState();
   if (loop != 0) protocol.PutCadx(keyword::kFromCad, "1");
@@ -197,6 +200,14 @@ void VXPart::StoreModelId() {
   std::string modelId;
   protocol.GetModelID(modelId);
   protocol.PutGlobalData(global::kOldModelId, modelId);
+}
+
+bool VXPart::HasOtherModel() {
+  std::string modelId;
+  protocol.GetModelID(modelId);
+  std::string oldModelId;
+  protocol.GetGlobalData(global::kOldModelId, oldModelId);
+  return !platform::EqualsNoCase(modelId, oldModelId);
 }
 
 void VXPart::ReadLoop() {
@@ -255,14 +266,18 @@ bool VXPart::BuildParameterList(std::string& text, const std::string& group) {
 
 ExtDataPairs VXPart::BuildExtendedData() { return quillmar::BuildExtendedData(services, protocol); }
 
-VXPart::Change VXPart::ChangeState() {
-  const int changed = services.session.groupManager ? 0 : protocol.IsChanged();
-  if (changed == 0) return Change::Full;
-  return changed == 1 ? Change::ReconnectOnly : Change::Nothing;
+bool VXPart::PrepareParameters(std::string& parameters, const SourceStamp& source) {
+  return BuildParameterList(parameters) || Fail("Cannot prepare list of parameters", source);
 }
 
-bool VXPart::Reconnect(const std::string& connection) {
-  return services.driver.ConnectProtocol(protocol.GetProtocolID().c_str(), connection.c_str()) != 0;
+bool VXPart::ChangeByState(const std::string& connection, const SourceStamp& source,
+                           const std::function<bool()>& changeFully) {
+  const int changed = services.session.groupManager ? kChangedFully : protocol.IsChanged();
+  if (changed == kChangedFully) return changeFully();
+  if (changed != kReconnectOnly) return true;
+  return services.driver.ConnectProtocol(protocol.GetProtocolID().c_str(), connection.c_str()) !=
+             0 ||
+         Fail("Cannot update protocol", source);
 }
 
 // The store hands out an identifier with a new protocol; nothing but the identifier is wanted.
@@ -303,13 +318,22 @@ void VXPart::ReadFeatureStatesBack() {
 }
 
 // Only the list can fail: a CAD that does not take the states is no failure of the change.
-bool VXPart::SendFeatureStates() {
+bool VXPart::SendFeatureStates(const SourceStamp& source) {
   std::string states;
-  if (!BuildParameterList(states, kFeatureStates)) return false;
+  if (!BuildParameterList(states, kFeatureStates)) {
+    return Fail("Cannot prepare list of features", source);
+  }
   if (services.driver.SetFeaturesState && !states.empty()) {
     services.driver.SetFeaturesState(protocol.GetProtocolID().c_str(), states.c_str());
   }
   return true;
+}
+
+bool VXPart::IsDrivenFurtherUp(const std::string& protocolId) const {
+  for (const VXPart* part = this; part != nullptr; part = part->drivenBy) {
+    if (platform::EqualsNoCase(part->protocol.GetProtocolID(), protocolId)) return true;
+  }
+  return false;
 }
 
 bool VXPart::Fail(const char* message, const SourceStamp& source) const {

@@ -3,6 +3,7 @@
 // base holds the whole procedure; each kind supplies the CAD calls for its kind of object.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -86,22 +87,31 @@ class VXPart {
 
  protected:
   bool IsLocal() const { return smartPart != 0; }
-  // How far the CAD object has to follow the protocol.
-  enum class Change { Full = 0, ReconnectOnly = 1, Nothing = 2 };
-  Change ChangeState();
 
-  // Gives the CAD object the protocol's new reference text.
-  bool Reconnect(const std::string& connection);
+  // BuildParameterList for the CAD; a failure is reported as the kind's.
+  bool PrepareParameters(std::string& parameters, const SourceStamp& source);
+  // Lets the CAD object follow the protocol as far as its change state asks for: it is changed by
+  // `changeFully`, only given the protocol's new reference text, or left alone. A reference text
+  // that the CAD does not take is reported as the kind's.
+  bool ChangeByState(const std::string& connection, const SourceStamp& source,
+                     const std::function<bool()>& changeFully);
   // The reference text under an identifier that no other object has, for a shared part in a session
   // that does not keep the identities of shared parts; else the reference text as it is.
   std::string WithFreshIdentity(const std::string& connection);
   // "<Path>\<model folder>\<model id>.<extension>".
   std::string LibraryModelPath(const std::string& modelId);
   void StoreModelId();
+  // Whether another library model stands behind the part than when it was last read back.
+  bool HasOtherModel();
   // The CAD's parameters into the protocol; without the extended function from `plainList`.
   bool ReadParametersBack(CadList plainList);
   void ReadFeatureStatesBack();
-  bool SendFeatureStates();
+  bool SendFeatureStates(const SourceStamp& source);
+  // Notes that this part drives `inner`: see IsDrivenFurtherUp.
+  void Drive(VXPart& inner) const { inner.drivenBy = this; }
+  // Damaged data may lead in a ring: true for a protocol whose own insert or update, or that of a
+  // part it drives, is what runs now.
+  bool IsDrivenFurtherUp(const std::string& protocolId) const;
   // Reports and gives the failure result.
   bool Fail(const char* message, const SourceStamp& source) const;
 
@@ -136,19 +146,17 @@ class VXPart {
   std::vector<std::string> LinkedViewIds();
   void OrderViews(Views& views);
   void CopyCadValues(Views& views);
-  bool IsUpdatedFurtherUp(const std::string& protocolId) const;
   // of both
   void ReadLoop();
   void FinishOptimState();
-  enum class Drive { Insert, Change };
-  bool DriveViews(Drive drive, Views& views, const std::string& connection,
+  enum class Step { Insert, Change };
+  bool DriveViews(Step step, Views& views, const std::string& connection,
                   const ExtDataPairs& pairs);
-  bool DriveView(Drive drive, VXProtocol& view);
+  bool DriveView(Step step, VXProtocol& view);
   bool StartViews();
   void EndViews();
-  void AnnounceAndReopen(VXProtocol& view);
 
-  const VXPart* updatedFor = nullptr;  // the part whose view this is, during its update
+  const VXPart* drivenBy = nullptr;  // the calculation or group that this part belongs to
 };
 
 }  // namespace quillmar

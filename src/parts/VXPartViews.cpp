@@ -1,6 +1,7 @@
 // Calculations with several views: one protocol for each view, which the main protocol links to.
 #include <algorithm>
 
+#include "parts/HostFiles.h"
 #include "parts/ObtainProtocol.h"
 #include "parts/ParameterLists.h"
 #include "parts/PartFactory.h"
@@ -13,6 +14,8 @@ namespace quillmar {
 namespace {
 
 constexpr int kViewLimit = 100;  // views are numbered below it, from 1
+// A section holds no more keywords; a store that answers every number must not hang the update.
+constexpr int kMostKeywords = 32767;
 constexpr const char* kViewLink = "NewView";
 constexpr const char* kModelTable = "models.ini";  // appended to the calculation's path as it is
 constexpr const char* kModelSection = "Models";
@@ -94,16 +97,8 @@ std::unique_ptr<VXProtocol> VXPart::MakeView(const std::vector<std::string_view>
   protocol.PutKeyWord(section::kMcwProtOrder, ViewKeyword(number), viewId);
   view->PutViewKey(viewName);
   view->PutModelID(model);
-  AnnounceAndReopen(*view);
+  AnnounceAndReopen(services.host, *view);
   return view;
-}
-
-// The host works with the protocol while it is told of it, so it is closed meanwhile.
-void VXPart::AnnounceAndReopen(VXProtocol& view) {
-  const std::string viewId = view.GetProtocolID();
-  view.Close();
-  services.host.AnnounceProtocol(viewId);
-  view.Open(viewId);
 }
 
 // --- views of an existing calculation ---
@@ -111,7 +106,7 @@ void VXPart::AnnounceAndReopen(VXProtocol& view) {
 VXPart::Views VXPart::CollectViews() {
   Views views;
   for (const std::string& viewId : LinkedViewIds()) {
-    if (IsUpdatedFurtherUp(viewId) || !ObtainProtocol(services, viewId)) continue;
+    if (IsDrivenFurtherUp(viewId) || !ObtainProtocol(services, viewId)) continue;
     auto view = std::make_unique<VXProtocol>(services.protocols, viewId);
     if (view->IsReady()) views.push_back(std::move(view));
   }
@@ -131,16 +126,8 @@ std::vector<std::string> VXPart::LinkedViewIds() {
   return viewIds;
 }
 
-// Damaged links may lead in a ring; a protocol whose update is under way is no view of its views.
-bool VXPart::IsUpdatedFurtherUp(const std::string& protocolId) const {
-  for (const VXPart* part = this; part != nullptr; part = part->updatedFor) {
-    if (platform::EqualsNoCase(part->protocol.GetProtocolID(), protocolId)) return true;
-  }
-  return false;
-}
-
 void VXPart::OrderViews(Views& views) {
-  for (int number = 1; number < kViewLimit; ++number) {
+  for (int number = 1; number <= kMostKeywords; ++number) {
     const std::string viewId = ViewEntry(protocol, section::kMcwProtOrder, number);
     if (viewId.empty()) break;
     const auto found = std::find_if(views.begin(), views.end(), [&](const auto& view) {
@@ -160,7 +147,7 @@ void VXPart::CopyCadValues(Views& views) {
     for (const NamedValue& entry : values) {
       view->PutKeyWord(section::kData, entry.name, entry.value);
     }
-    AnnounceAndReopen(*view);
+    AnnounceAndReopen(services.host, *view);
   }
 }
 
@@ -168,14 +155,14 @@ void VXPart::CopyCadValues(Views& views) {
 
 // False only when the CAD does not begin: an object or a view that fails does not stop the rest of
 // the procedure.
-bool VXPart::DriveViews(Drive drive, Views& views, const std::string& connection,
+bool VXPart::DriveViews(Step step, Views& views, const std::string& connection,
                         const ExtDataPairs& pairs) {
   if (!StartViews()) return false;
   const bool driven =
-      drive == Drive::Insert ? InsertIntoCad(connection, pairs) : ChangeInCad(connection, pairs);
+      step == Step::Insert ? InsertIntoCad(connection, pairs) : ChangeInCad(connection, pairs);
   if (driven) {
     for (const auto& view : views) {
-      if (!DriveView(drive, *view)) break;
+      if (!DriveView(step, *view)) break;
     }
     EndViews();
   }
@@ -199,11 +186,11 @@ void VXPart::EndViews() {
   if (services.driver.McEnd) services.driver.McEnd();
 }
 
-bool VXPart::DriveView(Drive drive, VXProtocol& view) {
+bool VXPart::DriveView(Step step, VXProtocol& view) {
   auto part = CreatePartForProtocol(services, view);
   if (!part) part = std::make_unique<VXPart>(services, view);
-  part->updatedFor = this;
-  return drive == Drive::Insert ? part->Insert(InsertMode::View) : part->Update();
+  Drive(*part);
+  return step == Step::Insert ? part->Insert(InsertMode::View) : part->Update();
 }
 
 }  // namespace quillmar

@@ -6,7 +6,7 @@ bool VXShaft::WantsDescription() { return true; }
 
 bool VXShaft::InsertIntoCad(const std::string& connection, const ExtDataPairs& pairs) {
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
   std::string modelPath;
   GetModelFilePath(modelPath);
   if (!MakeFileName(false, true)) {
@@ -20,23 +20,17 @@ bool VXShaft::InsertIntoCad(const std::string& connection, const ExtDataPairs& p
 
 bool VXShaft::ChangeInCad(const std::string& connection, const ExtDataPairs& pairs) {
   std::string parameters;
-  if (!BuildParameterList(parameters)) return Fail("Cannot prepare list of parameters", QM_HERE);
-  switch (ChangeState()) {
-    case Change::ReconnectOnly:
-      return Reconnect(connection) || Fail("Cannot update protocol", QM_HERE);
-    case Change::Nothing:
-      return true;
-    case Change::Full:
-      break;
-  }
-  std::string modelPath;
-  GetModelFilePath(modelPath);
-  if (services.driver.ChangeShaft(protocol.GetProtocolID().c_str(), modelPath.c_str(),
-                                  parameters.c_str(), connection.c_str(), caption.c_str(),
-                                  pairs.Get(), pairs.Count()) == 0) {
-    return Fail("Cannot insert parameter part - SHAFT", QM_HERE);
-  }
-  return SendFeatureStates() || Fail("Cannot prepare list of features", QM_HERE);
+  if (!PrepareParameters(parameters, QM_HERE)) return false;
+  return ChangeByState(connection, QM_HERE, [&] {
+    std::string modelPath;
+    GetModelFilePath(modelPath);
+    if (services.driver.ChangeShaft(protocol.GetProtocolID().c_str(), modelPath.c_str(),
+                                    parameters.c_str(), connection.c_str(), caption.c_str(),
+                                    pairs.Get(), pairs.Count()) == 0) {
+      return Fail("Cannot insert parameter part - SHAFT", QM_HERE);
+    }
+    return SendFeatureStates(QM_HERE);
+  });
 }
 
 bool VXShaft::ReadBackFromCad() {

@@ -28,6 +28,11 @@ inline constexpr const char* kGrupova = "Grupova";
 // Parameters of a notification that names the protocol.
 inline constexpr const char* kCallParameters = "TessioCallParam";
 inline constexpr const char* kDataWizard = "DataWizard";
+inline constexpr const char* kPosition = "Position";
+inline constexpr const char* kLtParam = "LTParam";
+inline constexpr const char* kLinkFrom = "LinkFrom";
+inline constexpr const char* kLinkTo = "LinkTo";
+inline constexpr const char* kSpProp = "SPProp";
 }  // namespace quillmar::section
 
 namespace quillmar::keyword {
@@ -78,6 +83,9 @@ inline constexpr const char* kMeasuredValue = "MeasuredValue";
 inline constexpr const char* kInOutFile = "InOutFile";
 inline constexpr const char* kType = "Type";
 inline constexpr const char* kReturn = "Return";
+inline constexpr const char* kCaption = "Caption";
+inline constexpr const char* kName = "Name";
+inline constexpr const char* kOutput = "Output";
 }  // namespace quillmar::keyword
 
 namespace quillmar::global {
@@ -115,4 +123,11 @@ inline constexpr const char* kBomMassUnit = "BOM6";
 inline constexpr const char* kBomCount = "BOM7";
 inline constexpr const char* kBomCountOfCalculations = "Bom7";
 inline constexpr const char* kReallyScan = "ReallyScan";
+inline constexpr const char* kPartUnit = "PartUnit";
+inline constexpr const char* kNamePrefix = "NamePrefix";
+inline constexpr const char* kPreferredStandard = "PrfStd";
 }  // namespace quillmar::global
+
+namespace quillmar::parameter {
+inline constexpr const char* kScale = "xxScale";
+}  // namespace quillmar::parameter
