@@ -26,6 +26,24 @@
  *                   text is no reference.
  * CorrectProtocol   hands the protocol to the host for a check; the host's answer, 0 when it cannot
  *                   be reached.
+ * Create2dPart      draws a copy of a protocol, without its links, for the add-in to insert.
+ *                     newId               identifier of the copy, which stays in the store; buffer
+ *                                         of 260 characters
+ *                     connection          reference text of the copy, with the links that the
+ *                                         source had
+ *                     connectionCapacity  in: size of that buffer in characters, the NUL included;
+ *                                         out: length of the text, or the size to offer to a
+ *                                         second call when it did not fit
+ *                     drawingFile         temporary file, owned by the caller, empty in a session
+ *                                         without 2D output; buffer of 260 characters
+ *                     metric              1 for millimetres
+ *                     x, y, level         where the drawing is put, in its own unit
+ *                     pairs, count        extended data; the caller's, who frees it through
+ *                                         DeleteBomInfo. Both or none are wanted
+ *                     removeInfo          1: the copy notes that the CAD object is to lose its
+ *                                         information
+ *                   1; 0, and nothing left behind, when there is no such protocol, the host cannot
+ *                   draw it, or a text does not fit.
  * CreateAssemblyProtocol
  *                   the same as CreateUserProtocol for an assembly.
  * CreatePartProtocol
@@ -85,6 +103,7 @@
  *                   when it cannot be reached.
  * IsFeaturePositive 1 for a feature, and *positive says whether it adds material (1) or takes it
  *                   away (0); 0, and *positive untouched, for any other part.
+ * IsPartMetrics     1, also in `metric`, for a protocol of the store whose unit is "mm", else 0.
  * IsSmartPart       1 when the object of that reference text was made for this design only, else 0.
  * LoginCad          begins a session.
  *                     cadModuleName  file name of the add-in's module, already loaded in the
@@ -107,6 +126,9 @@
  *                   that library. Its result; 0 without the library, for a text that is no
  *                   reference, and when a calculation window holds the protocol, which is then
  *                   brought to the front.
+ * MakePicture       lets the host draw the protocol as a picture; picturePath receives the path of
+ *                   the temporary file (".WMF", owned by the caller), buffer of 260 characters. 1
+ *                   when the host drew it, else 0 and an empty path.
  * ObtainProtocol    opens the protocol of the CAD object of that name from the CAD's reference
  *                   text and marks it as drawn; 1 when that worked.
  * ReadConfiguration reads the user's options again. Always 1.
@@ -129,6 +151,7 @@
  * RefreshAllLinks   updates every CAD object whose protocol takes part in a link and lets the host
  *                   show the group of the active assembly; 1, or 0 when the CAD does not list its
  *                   parts or the group could not be made.
+ * Set2dAxisOverlap  how far axes stick out of the drawings to come, in millimetres; 1.
  * Set2dFileType     looks the 2D driver functions up and keeps the kind of drawing files (2 is
  *                   DXF); 0 when a required one is missing, which also ends the use of the whole
  *                   driver until the next LoginCad.
@@ -140,6 +163,8 @@
  *                   called again with another value. Always 1; without a request nothing happens.
  * ShowDialogUT      closes the protocol and lets the host show its calculation; the host's
  *                   answer, 0 when it cannot be reached.
+ * ShowFormat        makes a protocol for a sheet format of that standard and scale and lets the
+ *                   host show it; the host's answer, 0 when it cannot be reached.
  * ShowMCWDialog     lets the host show the bolted connection of the protocol. Always 1.
  * ShowToolbar       shows the module's toolbar (nonzero) or hides it (0). Its three commands
  *                   (options, refreshing links, writing extended data) can be chosen when the
@@ -162,6 +187,12 @@
   X(CopyProtocol, QM_CDECL, int, (const char* reference, char* newId, char* newReference),        \
     (reference, newId, newReference))                                                             \
   X(CorrectProtocol, QM_CDECL, int, (const char* protocolId), (protocolId))                       \
+  X(Create2dPart, QM_CDECL, int,                                                                  \
+    (const char* protocolId, char* newId, char* connection, int* connectionCapacity,              \
+     char* drawingFile, int* metric, double* x, double* y, double* level, ExtDataPair** pairs,    \
+     int* count, int removeInfo),                                                                 \
+    (protocolId, newId, connection, connectionCapacity, drawingFile, metric, x, y, level, pairs,  \
+     count, removeInfo))                                                                          \
   X(CreateAssemblyProtocol, QM_CDECL, int,                                                        \
     (char* protocolId, char* reference, const char* caption), (protocolId, reference, caption))   \
   X(CreatePartProtocol, QM_CDECL, int,                                                            \
@@ -195,6 +226,7 @@
   X(InitSolution, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
   X(IsFeaturePositive, QM_CDECL, int, (const char* protocolId, int* positive),                    \
     (protocolId, positive))                                                                       \
+  X(IsPartMetrics, QM_CDECL, int, (const char* protocolId, int* metric), (protocolId, metric))    \
   X(IsSmartPart, QM_CDECL, int, (const char* reference), (reference))                             \
   X(LoginCad, QM_CDECL, int,                                                                      \
     (const char* cadModuleName, int showFlag, int modelFileKind, const char* modelDirName,        \
@@ -204,14 +236,18 @@
   X(LogoutCad, QM_CDECL, int, (void), ())                                                         \
   X(MCWRecalculate, QM_CDECL, int, (const char* reference, int flag, int first, int second),      \
     (reference, flag, first, second))                                                             \
+  X(MakePicture, QM_CDECL, int, (const char* protocolId, char* picturePath),                      \
+    (protocolId, picturePath))                                                                    \
   X(ObtainProtocol, QM_STDCALL, int, (const char* partName), (partName))                          \
   X(ReadConfiguration, QM_CDECL, int, (void), ())                                                 \
   X(ReceiveMessage, QM_CDECL, int, (int number, const char* text), (number, text))                \
   X(RefreshAllLinks, QM_CDECL, int, (void), ())                                                   \
+  X(Set2dAxisOverlap, QM_CDECL, int, (double overlap), (overlap))                                 \
   X(Set2dFileType, QM_CDECL, int, (int fileType), (fileType))                                     \
   X(SetCadIniFile, QM_CDECL, int, (const char* iniPath), (iniPath))                               \
   X(SetMeasureValue, QM_CDECL, int, (double value), (value))                                      \
   X(ShowDialogUT, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
+  X(ShowFormat, QM_CDECL, int, (const char* standard, double scale), (standard, scale))           \
   X(ShowMCWDialog, QM_CDECL, int, (const char* protocolId), (protocolId))                         \
   X(ShowToolbar, QM_CDECL, int, (int show), (show))                                               \
   X(SolveOneLink, QM_CDECL, int, (const char* protocolId, const char* link), (protocolId, link))  \

@@ -48,6 +48,69 @@ std::string Calculation::ParameterList(const Record& record) {
   return list;
 }
 
+namespace {
+
+bool StartsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
+
+bool IsOfStore(const std::string& function) {
+  return StartsWith(function, "Com_") || StartsWith(function, "Link_");
+}
+
+bool Changes(const std::string& function) {
+  return !StartsWith(function, "Com_Get") && !StartsWith(function, "Com_Is") &&
+         !StartsWith(function, "Link_Get");
+}
+
+bool IsOfWindows(const std::string& function) {
+  return StartsWith(function, "GetMainHwnd") || function == "McSetForegroundWindow";
+}
+
+}  // namespace
+
+// A new protocol is asked for by blanks; a link's text names a protocol in front of "@".
+std::string Calculation::Named(const std::string& text) const {
+  if (!text.empty() && text.find_first_not_of(' ') == std::string::npos) return "new";
+  const auto end = std::min(text.find('@'), text.size());
+  const auto found = names.find(text.substr(0, end));
+  return found == names.end() ? text : found->second + text.substr(end);
+}
+
+std::vector<std::string> Calculation::Steps(const std::vector<JournalCall>& calls,
+                                            bool withStore) const {
+  std::vector<std::string> steps;
+  for (const JournalCall& call : calls) {
+    if (IsOfWindows(call.function)) continue;
+    std::string step = call.function;
+    if (IsOfStore(call.function)) {
+      if (!withStore || !Changes(call.function)) continue;
+      for (const std::string& argument : call.arguments) step += " " + Named(argument);
+      if (call.function == "Com_PutBuffer") step.resize(step.rfind(' '));
+    } else {
+      for (const std::string& argument : call.arguments) {
+        const auto marker = argument.find("<@PID>");
+        if (marker != std::string::npos) {
+          step += " @" + Named(argument.substr(0, marker));
+        } else if (names.count(argument) != 0) {
+          step += " " + Named(argument);
+        }
+      }
+    }
+    steps.push_back(std::move(step));
+  }
+  return steps;
+}
+
+std::vector<std::string> Calculation::HostSteps() const {
+  std::vector<std::string> steps = host.Commands();
+  for (std::string& step : steps) {
+    for (const auto& [id, name] : names) {
+      const auto at = step.find(id);
+      if (at != std::string::npos) step.replace(at, id.size(), name);
+    }
+  }
+  return steps;
+}
+
 std::vector<std::string> Calculation::OnlyCall(const std::string& function,
                                                std::size_t connection) {
   const std::vector<JournalCall> calls = Calls(function);

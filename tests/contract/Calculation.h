@@ -1,6 +1,8 @@
 // A calculated protocol, as the host leaves it, and the driver arguments that follow from it.
 #pragma once
 
+#include <map>
+
 #include "Contract.h"
 
 namespace quillmar::contract {
@@ -8,6 +10,8 @@ namespace quillmar::contract {
 // TypeOfPart of the kinds that the tests insert.
 inline constexpr const char* kParametricPart = "2";
 inline constexpr const char* kShaft = "9";
+inline constexpr const char* kAssembly = "10";
+inline constexpr const char* kCalculationObject = "4";
 
 class Calculation : public Contract {
  protected:
@@ -27,9 +31,26 @@ class Calculation : public Contract {
   // The plain parameter list of the protocol as it stands.
   static std::string ParameterList(const Record& record);
 
+  // --- the order of calls ---
+
+  // Calls a protocol so in the steps.
+  void Name(const std::string& id, const std::string& name) { names[id] = name; }
+  // The driver's calls as "<function> <protocols>", where "@" stands in front of a reference text;
+  // window functions are left out. With the store also what changed something in it, as "<function>
+  // <arguments>": only the strict companions tell that.
+  std::vector<std::string> Steps(const std::vector<JournalCall>& calls, bool withStore) const;
+  std::vector<std::string> Steps() const { return Steps(Calls(), false); }
+  // The host's commands with the names of protocols.
+  std::vector<std::string> HostSteps() const;
+
   // The one call of `function`, whose argument at `connection` must be a reference text that
   // carries the protocol's contents; that argument is replaced by its identifier.
   std::vector<std::string> OnlyCall(const std::string& function, std::size_t connection);
+
+ private:
+  std::string Named(const std::string& text) const;
+
+  std::map<std::string, std::string> names;
 };
 
 }  // namespace quillmar::contract

@@ -65,17 +65,19 @@ void Contract::StartSession(const LoginArguments& arguments) {
   host = HostSide::Start();
   ASSERT_TRUE(LoadModule());
   LoadCad();
+  if (std::string(arguments.cadModuleName) != LoginArguments().cadModuleName) {
+    LoadCad(std::string("Lacking\\") + arguments.cadModuleName);
+  }
   ASSERT_EQ(Login(arguments), 1);
   host.Forget();
   ForgetCalls();
 }
 
-std::vector<JournalCall> Contract::Calls(const std::string& function) {
+std::vector<JournalCall> Contract::Calls() {
   const strict::CoreFunctions& core = strict::Core();
   std::vector<JournalCall> calls;
   for (int i = firstCall; i < core.Strict_CallCount(); ++i) {
-    if (core.Strict_CallFunction(i) != function) continue;
-    calls.push_back({function, {}, core.Strict_CallResult(i)});
+    calls.push_back({core.Strict_CallFunction(i), {}, core.Strict_CallResult(i)});
     for (int k = 0; k < core.Strict_CallArgumentCount(i); ++k) {
       calls.back().arguments.emplace_back(core.Strict_CallArgument(i, k));
     }
@@ -83,12 +85,19 @@ std::vector<JournalCall> Contract::Calls(const std::string& function) {
   return calls;
 }
 
+std::vector<JournalCall> Contract::Calls(const std::string& function) {
+  std::vector<JournalCall> calls;
+  for (JournalCall& call : Calls()) {
+    if (call.function == function) calls.push_back(std::move(call));
+  }
+  return calls;
+}
+
 std::vector<std::string> Contract::CalledFunctions() {
   std::vector<std::string> functions;
-  for (int i = firstCall; i < strict::Core().Strict_CallCount(); ++i) {
-    const std::string function = strict::Core().Strict_CallFunction(i);
-    if (function.rfind("Com_", 0) != 0 && function.rfind("Link_", 0) != 0) {
-      functions.push_back(function);
+  for (const JournalCall& call : Calls()) {
+    if (call.function.rfind("Com_", 0) != 0 && call.function.rfind("Link_", 0) != 0) {
+      functions.push_back(call.function);
     }
   }
   return functions;

@@ -63,9 +63,12 @@ class Contract : public testing::Test {
   // Loads an add-in by its path below the add-in's folder.
   QmModule LoadCad(const std::string& file = "Strictcad.dll");
   int Login(const LoginArguments& arguments = {});
-  // Module, add-in and a session in which everything succeeded, with a running host.
+  // Module, add-in (another than the whole one lies in "Lacking") and a session in which everything
+  // succeeded, with a running host.
   void StartSession(const LoginArguments& arguments = {});
 
+  // All calls since the last ForgetCalls, and those of one function.
+  static std::vector<JournalCall> Calls();
   static std::vector<JournalCall> Calls(const std::string& function);
   // Names of all functions called since the last ForgetCalls that are no storage or link
   // functions.

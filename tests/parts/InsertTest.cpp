@@ -98,7 +98,7 @@ TEST_F(InsertTest, PlainPart) {
 
 TEST_F(InsertTest, ChildOfItsParent) {
   const std::string parent = MakeProtocol(
-      "parent", {{"Main", "DataFile", "KEELDATA|ROD"}, {"Globals", "TypeOfPart", "4"}});
+      "parent", {{"Main", "DataFile", "KEELDATA|ROD"}, {"Globals", "TypeOfPart", "11"}});
   {
     VXProtocol protocol(protocols, main);
     protocol.SetLinkFrom("NewView", parent + "@NewView");
