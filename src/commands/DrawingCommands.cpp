@@ -22,12 +22,6 @@ constexpr const char* kNoUnit = "ND";
 
 constexpr const char* kPictureExtension = "WMF";
 
-// Opening would make anew a protocol that does not exist.
-bool AttachExisting(VXProtocol& protocol, const std::string& protocolId) {
-  return VXProtocol::ProtocolExists(protocol.Context(), protocolId) != QM_PROTOCOL_MISSING &&
-         protocol.Attach(protocolId);
-}
-
 // The copy stands for an object of its own, also where the source names the one it was made for.
 bool CopyUnderUniqueId(VXProtocol& copy, VXProtocol& source) {
   std::string copyId;
@@ -60,7 +54,7 @@ bool Create2dPart(const PartServices& services, const std::string& protocolId, b
                   Drawing& drawing) {
   VXProtocol source(services.protocols);
   VXProtocol copy(services.protocols);
-  if (!AttachExisting(source, protocolId) || !CopyUnderUniqueId(copy, source) ||
+  if (!source.AttachExisting(protocolId) || !CopyUnderUniqueId(copy, source) ||
       !DrawCopy(services, copy, drawing)) {
     if (copy.IsReady()) copy.Erase();
     return false;
@@ -81,7 +75,7 @@ bool Create2dPart(const PartServices& services, const std::string& protocolId, b
 void DiscardDrawing(const PartServices& services, const Drawing& drawing) {
   if (!drawing.file.empty()) platform::RemoveFile(drawing.file);
   VXProtocol copy(services.protocols);
-  if (AttachExisting(copy, drawing.protocolId)) copy.Erase();
+  if (copy.AttachExisting(drawing.protocolId)) copy.Erase();
 }
 
 int ShowFormat(const PartServices& services, const std::string& standard, double scale) {
@@ -101,7 +95,7 @@ std::string MakePicture(const PartServices& services, const std::string& protoco
   std::string path;
   {
     VXProtocol protocol(services.protocols);
-    if (!AttachExisting(protocol, protocolId)) return {};
+    if (!protocol.AttachExisting(protocolId)) return {};
     path = MakeHostFile(kPictureExtension);
     if (path.empty() || !protocol.PutKeyWord(section::kFiles, keyword::kOutput, path)) {
       if (!path.empty()) platform::RemoveFile(path);
@@ -115,7 +109,7 @@ std::string MakePicture(const PartServices& services, const std::string& protoco
 
 bool IsPartMetric(const PartServices& services, const std::string& protocolId) {
   VXProtocol protocol(services.protocols);
-  return AttachExisting(protocol, protocolId) && IsMetric(protocol);
+  return protocol.AttachExisting(protocolId) && IsMetric(protocol);
 }
 
 }  // namespace quillmar

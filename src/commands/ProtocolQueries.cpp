@@ -56,12 +56,6 @@ class TemporaryProtocol {
   bool made = false;
 };
 
-// Opening would make a protocol that is missing.
-bool AttachExisting(const PartServices& services, VXProtocol& protocol, const std::string& id) {
-  return VXProtocol::ProtocolExists(services.protocols, id) != QM_PROTOCOL_MISSING &&
-         protocol.Attach(id);
-}
-
 int ReportedType(VXProtocol& protocol) {
   int type = 0;
   protocol.GetTypeOfPart(type);
@@ -87,7 +81,7 @@ int IsSmartPart(const PartServices& services, const std::string& reference) {
 std::optional<bool> IsFeaturePositive(const PartServices& services, const std::string& protocolId) {
   VXProtocol protocol(services.protocols);
   int type = 0;
-  if (!AttachExisting(services, protocol, protocolId) || !protocol.GetTypeOfPart(type)) {
+  if (!protocol.AttachExisting(protocolId) || !protocol.GetTypeOfPart(type)) {
     return std::nullopt;
   }
   if (type == 5 || type == 7) return true;
@@ -100,8 +94,7 @@ std::optional<std::string> GetProtocolItem(const PartServices& services,
                                            const std::string& section, const std::string& keyword) {
   VXProtocol protocol(services.protocols);
   std::string value;
-  if (!AttachExisting(services, protocol, protocolId) ||
-      !protocol.GetKeyWord(section, keyword, value)) {
+  if (!protocol.AttachExisting(protocolId) || !protocol.GetKeyWord(section, keyword, value)) {
     return std::nullopt;
   }
   return value;
@@ -152,7 +145,7 @@ std::optional<PartInformation> GetPartInformation(const PartServices& services,
                                                   const std::string& protocolId, bool change,
                                                   bool modelChanged) {
   VXProtocol protocol(services.protocols);
-  if (!AttachExisting(services, protocol, protocolId)) return std::nullopt;
+  if (!protocol.AttachExisting(protocolId)) return std::nullopt;
   const auto part = CreatePartForProtocol(services, protocol);
   if (!part) return std::nullopt;
   return part->Inform(change, modelChanged);

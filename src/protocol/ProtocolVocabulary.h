@@ -125,7 +125,6 @@ inline constexpr const char* kBomCountOfCalculations = "Bom7";
 inline constexpr const char* kReallyScan = "ReallyScan";
 inline constexpr const char* kPartUnit = "PartUnit";
 inline constexpr const char* kNamePrefix = "NamePrefix";
-inline constexpr const char* kPreferredStandard = "PrfStd";
 }  // namespace quillmar::global
 
 namespace quillmar::parameter {

@@ -152,6 +152,10 @@ int VXProtocol::CreateNew() {
   return Open(std::string(protocolId)) ? 1 : 0;
 }
 
+bool VXProtocol::AttachExisting(const std::string& id) {
+  return ProtocolExists(context, id) != QM_PROTOCOL_MISSING && Attach(id);
+}
+
 bool VXProtocol::OpenClipboard() { return Open(kClipboardProtocol); }
 
 bool VXProtocol::ReopenClipboard() {

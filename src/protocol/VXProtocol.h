@@ -48,6 +48,8 @@ class VXProtocol {
   // Takes a protocol that is open already as it is (it is then not closed by this object), opens
   // any other.
   bool Attach(const std::string& protocolId);
+  // Attach for a protocol that the store has: opening would make one that it does not have.
+  bool AttachExisting(const std::string& protocolId);
   bool OpenClipboard();
   bool ReopenClipboard();
   int OpenClipboardReference(const std::string& reference, bool activate);
