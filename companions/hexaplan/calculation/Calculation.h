@@ -10,7 +10,7 @@
 namespace hexaplan {
 
 // Kinds of CAD objects that a calculation can yield, by their protocol number.
-enum class PartKind { Parametric = 2, Shaft = 9 };
+enum class PartKind { Parametric = 2, Shaft = 9, Format = 12 };
 
 struct CalculatedPart {
   PartKind kind = PartKind::Parametric;
@@ -31,6 +31,8 @@ class Calculation {
   // Data-file type by which the module starts it, and the name that users see.
   virtual const char* DataFile() const = 0;
   virtual const char* Name() const = 0;
+  // Protocols of an older layout name the values otherwise.
+  virtual bool HasOlderLayout() const { return true; }
   // Calculates one or more parts; the first belongs to the protocol that was shown. Throws
   // InputError when the values make no sense.
   virtual std::vector<CalculatedPart> Run(Inputs& inputs) const = 0;

@@ -110,7 +110,7 @@ RunResult CalculationRun::Calculate(const Calculation& calculation, ProtocolReco
   RunResult result;
   result.shown = true;
   result.code = StandsInCad(record) ? QM_CALLBACK_RECALCULATED : QM_CALLBACK_NEW_PART;
-  if (record.MajorVersion() == 1 && !record.Parameters().empty()) {
+  if (calculation.HasOlderLayout() && record.MajorVersion() == 1 && !record.Parameters().empty()) {
     result.message = "The protocol has the older layout and must be converted first.";
     return result;
   }

@@ -3,6 +3,9 @@
 #include <map>
 
 #include "drawboard/DriveFiles.h"
+#include "hexaplan/calculation/SheetFormatCalculation.h"
+#include "hexaplan/host/Shapes.h"
+#include "platform/System.h"
 
 namespace hexaplan {
 
@@ -12,39 +15,6 @@ namespace {
 constexpr char kOutline[] = "OUTLINE";
 constexpr char kCentre[] = "CENTRE";
 
-class Dxf {
- public:
-  void Circle(const char* layer, double diameter) {
-    Begin("CIRCLE", layer);
-    Point(10, 0, 0);
-    Real(40, diameter / 2.0);
-  }
-  void Line(const char* layer, double x1, double y1, double x2, double y2) {
-    Begin("LINE", layer);
-    Point(10, x1, y1);
-    Point(11, x2, y2);
-  }
-  std::string Finish() const {
-    return "  0\nSECTION\n  2\nENTITIES\n" + entities + "  0\nENDSEC\n  0\nEOF\n";
-  }
-
- private:
-  void Group(int code, const std::string& value) {
-    entities += (code < 10 ? "  " : " ") + std::to_string(code) + "\n" + value + "\n";
-  }
-  void Begin(const char* kind, const char* layer) {
-    Group(0, kind);
-    Group(8, layer);
-  }
-  void Real(int code, double value) { Group(code, NumberText(value)); }
-  void Point(int code, double x, double y) {
-    Real(code, x);
-    Real(code + 10, y);
-  }
-
-  std::string entities;
-};
-
 using Values = std::map<std::string, double, NameLess>;
 
 double ValueOf(const Values& values, const std::string& name) {
@@ -52,36 +22,100 @@ double ValueOf(const Values& values, const std::string& name) {
   return found != values.end() ? found->second : 0.0;
 }
 
-bool DrawGear(const Values& values, Dxf& dxf) {
+Shapes DrawGear(const Values& values) {
   const double tip = ValueOf(values, "da");
-  if (tip <= 0.0) return false;
-  dxf.Circle(kOutline, tip);
-  dxf.Circle(kCentre, ValueOf(values, "d"));
-  dxf.Circle(kOutline, ValueOf(values, "df"));
-  if (ValueOf(values, "dh") > 0.0) dxf.Circle(kOutline, ValueOf(values, "dh"));
-  dxf.Line(kCentre, -0.55 * tip, 0, 0.55 * tip, 0);
-  dxf.Line(kCentre, 0, -0.55 * tip, 0, 0.55 * tip);
-  return true;
+  if (tip <= 0.0) return {};
+  Shapes shapes = {{kOutline, 0, 0, 0, 0, tip},
+                   {kCentre, 0, 0, 0, 0, ValueOf(values, "d")},
+                   {kOutline, 0, 0, 0, 0, ValueOf(values, "df")}};
+  if (ValueOf(values, "dh") > 0.0) shapes.push_back({kOutline, 0, 0, 0, 0, ValueOf(values, "dh")});
+  shapes.push_back({kCentre, -0.55 * tip, 0, 0.55 * tip, 0});
+  shapes.push_back({kCentre, 0, -0.55 * tip, 0, 0.55 * tip});
+  return shapes;
 }
 
-bool DrawShaft(const Values& values, Dxf& dxf) {
+// The sections of a shaft, or a gear as the one section it is cut from.
+TurnedBody BodyOf(const Values& values) {
+  TurnedBody body;
   const int count = static_cast<int>(ValueOf(values, "#spiCount"));
+  for (int i = 1; i <= count; ++i) {
+    const std::string number = std::to_string(i);
+    body.sections.push_back({ValueOf(values, "l_" + number), ValueOf(values, "d_" + number) / 2.0});
+  }
+  if (count == 0 && ValueOf(values, "da") > 0.0) {
+    body.sections.push_back({ValueOf(values, "b"), ValueOf(values, "da") / 2.0});
+    body.bore = ValueOf(values, "dh") / 2.0;
+  }
+  return body;
+}
+
+Shapes DrawShaft(const Values& values) {
+  Shapes shapes;
   double x = 0.0;
   double before = 0.0;
-  for (int i = 1; i <= count; ++i) {
-    const double radius = ValueOf(values, "d_" + std::to_string(i)) / 2.0;
-    const double end = x + ValueOf(values, "l_" + std::to_string(i));
+  for (const TurnedSection& section : BodyOf(values).sections) {
     for (const double side : {1.0, -1.0}) {
-      dxf.Line(kOutline, x, side * before, x, side * radius);
-      dxf.Line(kOutline, x, side * radius, end, side * radius);
+      shapes.push_back({kOutline, x, side * before, x, side * section.radius});
+      shapes.push_back(
+          {kOutline, x, side * section.radius, x + section.length, side * section.radius});
     }
-    before = radius;
-    x = end;
+    before = section.radius;
+    x += section.length;
   }
-  if (x <= 0.0) return false;
-  for (const double side : {1.0, -1.0}) dxf.Line(kOutline, x, side * before, x, 0);
-  dxf.Line(kCentre, -0.05 * x, 0, 1.05 * x, 0);
-  return true;
+  if (x <= 0.0) return {};
+  for (const double side : {1.0, -1.0}) shapes.push_back({kOutline, x, side * before, x, 0});
+  shapes.push_back({kCentre, -0.05 * x, 0, 1.05 * x, 0});
+  return shapes;
+}
+
+void DrawFrame(Shapes& shapes, double left, double bottom, double right, double top) {
+  shapes.push_back({kOutline, left, bottom, right, bottom});
+  shapes.push_back({kOutline, right, bottom, right, top});
+  shapes.push_back({kOutline, right, top, left, top});
+  shapes.push_back({kOutline, left, top, left, bottom});
+}
+
+// The edge of the sheet, the frame and the title block in its corner, as large as they are beside
+// a part that is drawn in its own size.
+Shapes DrawSheet(const Values& values) {
+  constexpr double kBinding = 20, kMargin = 10, kTitleWidth = 180, kTitleHeight = 55;
+  const double scale = ValueOf(values, kSheetScaleName);
+  if (scale <= 0.0) return {};
+  const SheetSize size = SizeOfSheet(static_cast<int>(ValueOf(values, kSheetNumberName)));
+  Shapes shapes;
+  DrawFrame(shapes, 0, 0, size.width / scale, size.height / scale);
+  DrawFrame(shapes, kBinding / scale, kMargin / scale, (size.width - kMargin) / scale,
+            (size.height - kMargin) / scale);
+  DrawFrame(shapes, (size.width - kMargin - kTitleWidth) / scale, kMargin / scale,
+            (size.width - kMargin) / scale, (kMargin + kTitleHeight) / scale);
+  return shapes;
+}
+
+Shapes DrawPart(const std::string& dataFileType, const Values& values) {
+  if (quillmar::platform::EqualsNoCase(dataFileType, SheetFormats().DataFile())) {
+    return DrawSheet(values);
+  }
+  if (values.count("#spiCount") != 0) return DrawShaft(values);
+  return dataFileType.empty() ? Shapes() : DrawGear(values);
+}
+
+std::string ExtensionOf(const std::string& path) {
+  const auto dot = path.find_last_of(".\\");
+  return dot != std::string::npos && path[dot] == '.'
+             ? quillmar::platform::LowerCase(path.substr(dot + 1))
+             : std::string();
+}
+
+// What the file is to hold; empty for a part that cannot be drawn so.
+std::string ContentsFor(const std::string& extension, const std::string& dataFileType,
+                        const Values& values) {
+  if (extension == "c3d" || extension == "c3p") {
+    const TurnedBody body = BodyOf(values);
+    return body.sections.empty() ? std::string() : ToFacets(body, dataFileType);
+  }
+  const Shapes shapes = DrawPart(dataFileType, values);
+  if (shapes.empty()) return {};
+  return extension == "wmf" ? ToMetafile(shapes) : ToDxf(shapes);
 }
 
 }  // namespace
@@ -93,11 +127,8 @@ bool WriteDrawing(const std::string& path, const std::string& dataFileType,
     double value = 0.0;
     if (ParseNumber(each.value, value)) values[each.name] = value;
   }
-  Dxf dxf;
-  const bool drawn = values.count("#spiCount") != 0 ? DrawShaft(values, dxf)
-                     : !dataFileType.empty()        ? DrawGear(values, dxf)
-                                                    : false;
-  return drawn && !path.empty() && drawboard::WriteWholeFile(path, dxf.Finish());
+  const std::string contents = ContentsFor(ExtensionOf(path), dataFileType, values);
+  return !contents.empty() && !path.empty() && drawboard::WriteWholeFile(path, contents);
 }
 
 }  // namespace hexaplan

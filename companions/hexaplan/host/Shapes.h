@@ -1,0 +1,35 @@
+// What the host draws: circles and lines on layers, in the unit of the drawing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace hexaplan {
+
+struct Shape {
+  const char* layer;
+  double x1, y1;  // centre, or where a line begins
+  double x2 = 0, y2 = 0;
+  double diameter = 0;  // 0: a line
+};
+
+using Shapes = std::vector<Shape>;
+
+// A section of a turned body: radius along its axis, with a bore through all of it.
+struct TurnedSection {
+  double length;
+  double radius;
+};
+struct TurnedBody {
+  std::vector<TurnedSection> sections;
+  double bore = 0;  // radius
+};
+
+// DXF, release 12 entities.
+std::string ToDxf(const Shapes& shapes);
+// A placeable Windows metafile, as pictures in documents are.
+std::string ToMetafile(const Shapes& shapes);
+// Triangles of the surface, as text (STL).
+std::string ToFacets(const TurnedBody& body, const std::string& name);
+
+}  // namespace hexaplan
