@@ -127,6 +127,15 @@ std::vector<std::string> SplitList(std::string_view text, std::string_view separ
   return items;
 }
 
+std::string JoinList(const std::vector<std::string>& items, char separator) {
+  std::string text;
+  for (const std::string& item : items) {
+    if (&item != &items.front()) text += separator;
+    text += item;
+  }
+  return text;
+}
+
 std::vector<std::string> SplitKeepingEmpty(std::string_view text, char separator) {
   std::vector<std::string> items;
   for (std::size_t hit = text.find(separator); hit != std::string_view::npos;

@@ -42,6 +42,9 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
 // item. "a;b;" gives a, b; ";a" gives ";a".
 std::vector<std::string> SplitList(std::string_view text, std::string_view separator);
 
+// The items with the separator between them.
+std::string JoinList(const std::vector<std::string>& items, char separator);
+
 // Cut at every separator; empty pieces between separators stay, an empty piece at the end does
 // not. "A,,B," gives A, "", B.
 std::vector<std::string> SplitKeepingEmpty(std::string_view text, char separator);

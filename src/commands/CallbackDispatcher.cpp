@@ -6,6 +6,7 @@
 #include "bom/BomData.h"
 #include "commands/CadWindow.h"
 #include "commands/Commands.h"
+#include "commands/DependentViews.h"
 #include "parts/CadListReaders.h"
 #include "parts/PartFactory.h"
 #include "platform/System.h"
@@ -147,8 +148,7 @@ int CallbackDispatcher::WithoutNewView(int code, VXProtocol& protocol) {
       key.ReadDword("DisableNewView") == 0) {
     return code;
   }
-  protocol.EraseCadx(keyword::kNewView);
-  protocol.EraseKeyWord(section::kLinksFrom, keyword::kNewView);
+  DetachView(protocol);
   return code == QM_CALLBACK_NEW_VIEW ? QM_CALLBACK_NEW_PART : code;
 }
 

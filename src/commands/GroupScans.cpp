@@ -120,9 +120,9 @@ bool MakeGroupOf(const CommandContext& context, const std::string& protocolId, V
   return true;
 }
 
-bool PutAssemblyIntoGroup(const CommandContext& context, VXProtocol& group) {
+void PutAssemblyIntoGroup(const CommandContext& context, VXProtocol& group) {
   const std::string assembly = PrepareAssembly(context);
-  return !assembly.empty() && group.PutProtocol(assembly, assembly);
+  if (!assembly.empty()) group.PutProtocol(assembly, assembly);
 }
 
 void FindNextGroupObject(const CommandContext& context) {

@@ -18,8 +18,8 @@ int ScanBillOfMaterials(const CommandContext& context);
 bool MakeGroupOf(const CommandContext& context, const std::string& protocolId, VXProtocol& group);
 
 // Lists the active assembly in the open group protocol, prepared so that the host scans its
-// children. False in a session or a CAD without an assembly.
-bool PutAssemblyIntoGroup(const CommandContext& context, VXProtocol& group);
+// children. A session or a CAD without an assembly leaves the group as it is.
+void PutAssemblyIntoGroup(const CommandContext& context, VXProtocol& group);
 
 // Takes the first of the scanned members that the CAD does not hold as the next object of the group
 // manager; there is none when the CAD holds them all.

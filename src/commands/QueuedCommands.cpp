@@ -1,5 +1,6 @@
 #include "commands/QueuedCommands.h"
 
+#include "base/Texts.h"
 #include "commands/DependentViews.h"
 #include "commands/ProtocolCopies.h"
 #include "commands/ProtocolQueries.h"
@@ -80,7 +81,7 @@ int RecalculateSource(const PartServices& services, VXProtocol& view) {
   return 1;
 }
 
-// What a recalculation does with a dependent view; false: the command ends with what was done.
+// Which calculation is shown for a dependent view.
 enum class ViewRule { OwnCalculation, SourceCalculation, NoViewAnyMore };
 
 int Recalculate(const CommandContext& context, ViewRule rule) {
@@ -99,17 +100,11 @@ int Recalculate(const CommandContext& context, ViewRule rule) {
 
 // --- bolted connections ---
 
-std::string Joined(const std::vector<std::string>& items) {
-  std::string text;
-  for (const std::string& item : items) text += (text.empty() ? "" : ",") + item;
-  return text;
-}
-
 // A protocol that carries the list to its receiver, who answers with another one.
 bool WriteHandOver(const CommandContext& context, VXProtocol& letter,
                    const std::vector<std::string>& protocols) {
   return letter.CreateNew() != 0 &&
-         letter.PutKeyWord(section::kMain, keyword::kProtocols, Joined(protocols)) &&
+         letter.PutKeyWord(section::kMain, keyword::kProtocols, JoinList(protocols, ',')) &&
          letter.PutKeyWord(section::kMain, keyword::kCaller, context.state.currentAssembly);
 }
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "Forward.h"
+#include "base/Texts.h"
 #include "commands/GroupInsertTimer.h"
 #include "commands/LinkRefresh.h"
 #include "commands/Optimization.h"
@@ -28,12 +29,6 @@ void Give(const std::string& text, char* buffer) {
 void Give(const ProtocolTexts& texts, char* identifier, char* reference) {
   Give(texts.identifier, identifier);
   Give(texts.reference, reference);
-}
-
-std::string Joined(const std::vector<std::string>& items) {
-  std::string text;
-  for (const std::string& item : items) text.append(text.empty() ? "" : ",").append(item);
-  return text;
 }
 
 // True when the text and its NUL have room; else `capacity` receives the room needed.
@@ -100,7 +95,7 @@ int QM_CDECL GetAllMCWProtocolIDs(const char* reference, char* list, int* capaci
   return Forward("GetAllMCWProtocolIDs", 0, [&](QuillmarApp& app) {
     const auto items = quillmar::GetAllMcwProtocolIds(app.Services(), Text(reference));
     if (!items) return 0;
-    const std::string joined = Joined(*items);
+    const std::string joined = quillmar::JoinList(*items, ',');
     if (!Fits(joined, capacity != nullptr ? *capacity : 0, capacity)) return -1;
     Give(joined, list);
     return static_cast<int>(items->size());

@@ -54,6 +54,18 @@ class ProtocolCommands : public Calculation {
     return Select(PutIntoCad(edit, stored));
   }
 
+  static InCad MakeAssembly(const Edit& edit) {
+    const InCad assembly = PutIntoCad([&](Record& record) {
+      record.SetKeyWord("Main", "DataFile", "KeelData|asmpart").SetGlobal("TypeOfPart", "10");
+      edit(record);
+    });
+    Answer("GetAssembly.first", "Gearbox");
+    Answer("GetAssembly.second", assembly.id);
+    Answer("GetAssembly.text", assembly.reference);
+    Answer("GetAssemblyPath.path", "C:\\Models\\Gearbox.asm");
+    return assembly;
+  }
+
   void Run(int number) {
     host.Forget();
     EXPECT_EQ(module.CallUTFunction(number), 1);
@@ -390,6 +402,39 @@ TEST_F(ProtocolCommands, OnlyTheTimerThatWasArmedLastInsertsTheNextObject) {
 
 // --- the active assembly ---
 
+TEST_F(ProtocolCommands, TheAssemblyIsDescribedAndScanned) {
+  const InCad part = PutIntoCad([](Record& record) { record.SetGlobal("Bom7", "1"); });
+  const InCad view = PutIntoCad([](Record& record) { record.SetGlobal("Bom7", "0"); });
+  const InCad assembly = MakeAssembly([&](Record& record) {
+    record.SetKeyWord("Main", "DataFile", "KeelData|userpart").SetGlobal("TypeOfPart", "2");
+    record.SetKeyWord("LinksTo", part.id.c_str(), "d").SetKeyWord("LinksTo", view.id.c_str(), "d");
+  });
+  Answer("GetFeaturesState.text", "Hole,1,");
+  const struct {
+    int number;
+    const char* dataFile;
+    std::string members;
+  } rows[] = {{7, "xtalvek", assembly.id + ";" + part.id + ";" + view.id + ";"},
+              {10, "XBom", assembly.id + ";" + part.id + ";"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.number);
+    Run(row.number);
+    const std::string group = LastTold(kHostShow);
+    ASSERT_EQ(StateOf(group), 2);
+    EXPECT_EQ(Record(group).KeyWord("Main", "DataFile"), row.dataFile);
+    EXPECT_EQ(Record(group).Members(), row.members);
+    ASSERT_EQ(StateOf(assembly.id), 2);
+    const Record record(assembly.id);
+    EXPECT_EQ(record.KeyWord("Main", "DataFile"), "KeelData|asmpart");
+    EXPECT_EQ(record.Global("TypeOfPart"), "10");
+    EXPECT_EQ(record.Global("ReallyScan"), "1");
+    EXPECT_EQ(record.KeyWord("Cadx", "AsmPath"), "C:\\Models\\Gearbox.asm");
+    EXPECT_EQ(record.KeyWord("Object", "CADDescription"), "Gearbox");
+    EXPECT_EQ(record.KeyWord("Object", "ProtID"), assembly.id);
+    EXPECT_THAT(record.Parameter("VXP_FS_Hole"), testing::StartsWith("1"));
+  }
+}
+
 TEST_F(ProtocolCommands, AnAssemblyWithoutAProtocolGetsOne) {
   Answer("GetAssemblyName.name", "Gearbox");
   Run(9);
@@ -417,6 +462,42 @@ TEST_F(ProtocolCommands, AnAssemblyWithoutAProtocolGetsOne) {
   ForgetCalls();
   Run(7);
   EXPECT_THAT(Calls("GetAssembly"), SizeIs(1));
+}
+
+TEST_F(ProtocolCommands, RefreshingLinksUpdatesLinkedPartsAndShowsTheGroup) {
+  const InCad assembly = MakeAssembly([](Record&) {});
+  const InCad linked = PutIntoCad([](Record& record) { record.SetLinkFrom("d", "PARENT@d"); });
+  const InCad alone = PutIntoCad([](Record&) {});
+  const InCad expression = PutIntoCad([](Record& record) { record.SetLinkFrom("d", "#2*k"); });
+  Answer("GetAllParts.text", alone.reference + "<@NEXT_PROT>" + linked.reference + "<@NEXT_PROT>" +
+                                 expression.reference + "<@NEXT_PROT>odd");
+  const int before = Count();
+  EXPECT_EQ(module.RefreshAllLinks(), 1);
+  EXPECT_EQ(Count() - before, kStrictCompanions ? 2 : 0) << "the group and the assembly";
+  const std::string group = LastTold(kHostShow);
+  {
+    const Record record(group);
+    EXPECT_EQ(record.Members(), assembly.id + ";");
+    EXPECT_EQ(record.KeyWord("Main", "DataFile"), "xtalvek");
+    EXPECT_EQ(record.Global("Standard"), "ISO");
+    EXPECT_EQ(record.KeyWord("Cadx", "SmartPart"), "1");
+  }
+  EXPECT_EQ(Record(assembly.id).Global("ReallyScan"), "1");
+  EXPECT_EQ(StateOf(alone.id), 0);
+  // The strict store keeps links out of the reference text.
+  EXPECT_THAT(Calls("ChangeShaft"), SizeIs(kStrictCompanions ? 0 : 1));
+  if (!kStrictCompanions) {
+    EXPECT_EQ(Calls("ChangeShaft")[0].arguments[0], linked.id);
+    EXPECT_EQ(Record(linked.id).KeyWord("Cadx", "FromCad"), "1");
+    EXPECT_EQ(StateOf(expression.id), 0) << "a parameter's expression links no protocols";
+  }
+
+  Run(4001);
+  EXPECT_NE(LastTold(kHostShow), "");
+  Answer("GetAllParts", "0");
+  const int count = Count();
+  EXPECT_EQ(module.RefreshAllLinks(), 0);
+  EXPECT_EQ(Count(), count);
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ class StaticWindow : public ProgressWindow {
     const int left = (GetSystemMetrics(SM_CXSCREEN) - kWidth) / 2;
     const int top = (GetSystemMetrics(SM_CYSCREEN) - kHeight) / 2;
     frame = CreateWindowExA(WS_EX_DLGMODALFRAME | WS_EX_NOACTIVATE, "STATIC", title.c_str(),
-                            WS_POPUP | WS_CAPTION, left, top, kWidth, kHeight, owner, nullptr,
-                            nullptr, nullptr);
+                            WS_POPUP | WS_CAPTION, left, top, kWidth, kHeight,
+                            IsWindow(owner) ? owner : nullptr, nullptr, nullptr, nullptr);
     if (frame == nullptr) return;
     line = CreateWindowExA(0, "STATIC", "", WS_CHILD | WS_VISIBLE | SS_CENTER, 0, kLineTop, kWidth,
                            kLineHeight, frame, nullptr, nullptr, nullptr);
