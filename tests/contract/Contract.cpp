@@ -96,7 +96,8 @@ std::vector<JournalCall> Contract::Calls(const std::string& function) {
 std::vector<std::string> Contract::CalledFunctions() {
   std::vector<std::string> functions;
   for (const JournalCall& call : Calls()) {
-    if (call.function.rfind("Com_", 0) != 0 && call.function.rfind("Link_", 0) != 0) {
+    if (call.function.rfind("Com_", 0) != 0 && call.function.rfind("Link_", 0) != 0 &&
+        call.function.rfind("host ", 0) != 0) {
       functions.push_back(call.function);
     }
   }

@@ -70,10 +70,12 @@ class Contract : public testing::Test {
   // All calls since the last ForgetCalls, and those of one function.
   static std::vector<JournalCall> Calls();
   static std::vector<JournalCall> Calls(const std::string& function);
-  // Names of all functions called since the last ForgetCalls that are no storage or link
-  // functions.
+  // Names of all functions called since the last ForgetCalls that are no storage, link
+  // or host functions.
   static std::vector<std::string> CalledFunctions();
   static void ForgetCalls();
+  // Number of the first entry of the journal since then.
+  static int FirstCall() { return firstCall; }
 
   Exports module;
   platform::Library loaded;

@@ -99,11 +99,15 @@ std::string HostSide::Violations() const {
   return std::get<std::string>(answer.value);
 }
 
-void HostSide::Finish(int code, const std::string& protocolList) {
+void HostSide::Announce(int code, const std::string& protocolList) {
   const auto told = Control(strict::kHostFinish, {code, protocolList}, AutomationType::Int);
   if (told.status == platform::AutomationStatus::Done) {
     EXPECT_EQ(std::get<int>(told.value), 1) << "the host knows no callback window";
   }
+}
+
+void HostSide::Finish(int code, const std::string& protocolList) {
+  Announce(code, protocolList);
   platform::PumpMessages();
 }
 

@@ -28,7 +28,9 @@ class HostSide {
   std::vector<std::string> Commands() const;
   std::string Violations() const;  // one broken promise a line
   bool IsAttached() const { return host != nullptr; }
-  // The host has calculated: tells the callback window and lets the module handle it.
+  // The host has calculated: tells the callback window.
+  void Announce(int code, const std::string& protocolList);
+  // The same, and lets the module handle it.
   void Finish(int code, const std::string& protocolList);
   void End();
 

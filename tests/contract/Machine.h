@@ -37,6 +37,9 @@ void RemoveKey(Hive hive, const std::string& parent, const std::string& name);
 // The path under which this program's own file functions find a file of the machine.
 std::filesystem::path OwnPath(const std::string& windowsPath);
 
+// Lets a wait that is under way run out where the clock can be set.
+void EndWait();
+
 // Moves a file to another place of the same drive, making the folder when it is missing.
 bool MoveFileTo(const std::string& from, const std::string& folder, const std::string& name);
 

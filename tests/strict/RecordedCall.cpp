@@ -212,7 +212,7 @@ bool RecordedCall::HandOutList(const ListOutput& list) {
 int RecordedCall::Finish() {
   const char* answer = Core().Strict_Answer(function.c_str());
   int result = answer == nullptr ? 1 : std::atoi(answer);
-  if (!sound) result = 0;
+  if (!sound || Core().Strict_CallRefused(call) != 0) result = 0;
   if (result == 0) {
     for (const ListOutput& list : lists) *list.size = 0;
   } else {

@@ -44,6 +44,10 @@
  *                           "<function>(<text>).<argument>" the same when the function's first
  *                                                           text argument is <text>
  * Strict_Answer           the answer of a key, null when none was laid down.
+ * Strict_SetVisitor       `visitor` is told of every call when it begins and may call the library
+ *                         under test; where its answer is not 0 the call fails without an effect.
+ *                         Null takes it back, Strict_Reset too.
+ * Strict_CallRefused      whether a visitor refused entry `call`. For the libraries of the set.
  *
  * Strict_HoldByCalculation  makes the protocol one that a calculation holds open; `window` is what
  *                         the owner-window query answers.
@@ -51,6 +55,8 @@
  * Strict_OpenProtocols    number of protocols that this process has open.
  * Strict_StoredProtocols  number of protocols in the store, open ones included.
  */
+typedef int(QM_CDECL* StrictVisitor)(const char* function);
+
 /* clang-format off */
 #define STRICT_CORE_FUNCTIONS(X)                                                                  \
   X(Strict_Reset, void, (void), ())                                                               \
@@ -67,6 +73,8 @@
   X(Strict_Violation, const char*, (int violation), (violation))                                  \
   X(Strict_SetAnswer, void, (const char* key, const char* answer), (key, answer))                 \
   X(Strict_Answer, const char*, (const char* key), (key))                                         \
+  X(Strict_SetVisitor, void, (StrictVisitor visitor), (visitor))                                   \
+  X(Strict_CallRefused, int, (int call), (call))                                                  \
   X(Strict_HoldByCalculation, void, (const char* protocolId, QmWindow window),                    \
     (protocolId, window))                                                                         \
   X(Strict_SetDataFile, void, (const char* protocolId, const char* name), (protocolId, name))     \

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "FaultyCompanions.h"
-
 namespace quillmar::test {
+
+enum class Mode { Once, FromThenOn };
 
 // One call of a procedure, in its order.
 struct Step {
@@ -16,7 +16,8 @@ struct Step {
   std::vector<std::string> reports = {};
   std::string onFailure = "";  // label to go on from; "" for the next step
   std::string onSuccess = "";
-  bool missing = false;  // what is read is not there: the call fails by itself
+  bool askedAgain = false;  // until it succeeds, so that a single failure does not count
+  bool missing = false;     // what is read is not there: the call fails by itself
 };
 
 using Procedure = std::vector<Step>;

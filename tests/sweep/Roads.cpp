@@ -132,11 +132,25 @@ Procedure ModelPath() { return {ModelId(), GetGlobal("Path")}; }
 
 // --- the dispatcher ---
 
+// Before each call the host is asked whether it is ready, and told of the session.
+Procedure Connect(const std::string& name) {
+  return {{.label = "", .call = "host 16", .onFailure = name + "Connected", .askedAgain = true},
+          Silent("GetMainHwnd"),
+          Silent("host 50"),
+          Silent("host 47"),
+          Silent("host 33"),
+          Silent("host 30"),
+          Silent("host 29"),
+          Silent("host 49"),
+          Label(name + "Connected")};
+}
+
 Procedure AskHost() {
-  return {Silent("host 16"),
-          Silent("host 3"),
-          Silent("host 16"),
-          {.label = "", .call = "host 7", .onFailure = kEnd}};
+  Procedure steps = Connect("code");
+  steps.push_back(Silent("host 3"));
+  Append(steps, Connect("list"));
+  steps.push_back({.label = "", .call = "host 7", .onFailure = kEnd});
+  return steps;
 }
 
 Procedure FirstLook() {
@@ -161,9 +175,9 @@ Procedure OpenAndMakePart() {
 }
 
 Procedure Activate(const std::string& name) {
-  return {Silent("cad GetMainHwnd"), GetKey("Hexaplan", "UpdateAll"),
-          GetGlobal("WDOperation", name + "Activated"), PutGlobal("WDOperation"),
-          Label(name + "Activated")};
+  return {Silent("GetMainHwndForActivation"), Silent("McSetForegroundWindow"),
+          GetKey("Hexaplan", "UpdateAll"),    GetGlobal("WDOperation", name + "Activated"),
+          PutGlobal("WDOperation"),           Label(name + "Activated")};
 }
 
 Procedure TakeOverState() {
@@ -187,7 +201,7 @@ Procedure InsertShaft() {
   steps.push_back(GetGlobal("Model"));
   steps.push_back(
       {.label = "",
-       .call = "cad InsertShaft",
+       .call = "InsertShaft",
        .reports = {"Cannot insert parameter part - SHAFT", "Cannot insert part into cad system."},
        .onFailure = "failed"});
   Append(steps, FinishOptim());
@@ -217,7 +231,7 @@ Procedure UpdateShaft() {
   steps.push_back(GetGlobal("Changed"));
   Append(steps, ModelPath());
   steps.push_back({.label = "",
-                   .call = "cad ChangeShaft",
+                   .call = "ChangeShaft",
                    .reports = {"Cannot insert parameter part - SHAFT"},
                    .onFailure = "failed"});
   Append(steps, ParameterList("states", false));
@@ -280,8 +294,8 @@ Procedure FailStep(const std::string& message, bool updateFailed) {
   if (!updateFailed) steps.push_back(EraseKey("Cadx", "ReallySmartPart"));
   steps.push_back(Silent("Com_CloseProtocol"));
   steps.push_back(Named("show", Silent("Com_CloseProtocol")));
-  Append(steps, {Silent("host 16"),
-                 Silent("host 2"),
+  Append(steps, Connect("show"));
+  Append(steps, {Silent("host 2"),
                  {.label = "", .call = "", .onFailure = kEnd},
                  Named("failureNotReady", Silent("Com_GetVersion")),
                  // reading and erasing of keywords, and closing

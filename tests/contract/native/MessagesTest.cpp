@@ -3,6 +3,7 @@
 #include "Calculation.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
+#include "platform/System.h"
 #include "platform/native/Machine.h"
 #include "quillmar/CalculationHost.h"
 
@@ -44,6 +45,18 @@ TEST_F(Messages, AHostThatIsNeverReadyGetsNoSessionData) {
   EXPECT_EQ(Login(), 1);
   EXPECT_THAT(host.Calls(), ElementsAre("30(17)")) << "the connection itself stays";
   EXPECT_THAT(ShownTexts(), IsEmpty());
+
+  // Later calls ask again, for as long, and are made all the same.
+  host.Answer("2", "7");
+  const std::uint32_t before = platform::TickCount();
+  EXPECT_EQ(module.ShowDialogUT("P1"), 7);
+  EXPECT_GE(platform::TickCount() - before, 11000u);
+  EXPECT_THAT(host.Calls(), ElementsAre("30(17)", R"(2("P1"))"));
+  // Once it is ready it is told what it has missed.
+  host.Forget();
+  EXPECT_EQ(module.ShowDialogUT("P1"), 0);
+  EXPECT_THAT(host.Commands(), ElementsAre(R"(2("P1"))"));
+  EXPECT_THAT(host.Calls(), SizeIs(testing::Gt(3u)));
 }
 
 TEST_F(Messages, AnErrorThatTheHostRaisesIsShown) {

@@ -4,4 +4,6 @@ namespace quillmar::contract {
 
 std::filesystem::path OwnPath(const std::string& windowsPath) { return windowsPath; }
 
+void EndWait() {}
+
 }  // namespace quillmar::contract

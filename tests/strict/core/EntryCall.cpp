@@ -20,6 +20,7 @@ EntryCall::EntryCall(const char* function)
     : function(function), entry(Journal::Instance().Begin(function)) {
   const std::string* answer = Journal::Instance().Answer(function);
   if (answer != nullptr && std::atoi(answer->c_str()) == 0) sound = false;
+  if (Journal::Instance().Refused(entry)) sound = false;
 }
 
 EntryCall::~EntryCall() { Journal::Instance().End(entry, result); }

@@ -1,6 +1,5 @@
 #include "core/Journal.h"
 
-#include "StrictCore.h"
 #include "core/Store.h"
 
 namespace quillmar::strict {
@@ -14,14 +13,19 @@ void Journal::Reset() {
   entries.clear();
   violations.clear();
   answers.clear();
+  visitor = nullptr;
   caller = {};
 }
 
 int Journal::Begin(const std::string& function) {
   if (caller == std::thread::id()) caller = std::this_thread::get_id();
   if (caller != std::this_thread::get_id()) Violate(function, "called on another thread");
-  entries.push_back({function, {}, 0});
-  return CallCount() - 1;
+  entries.push_back({function, {}, 0, false});
+  const int call = CallCount() - 1;
+  if (visitor != nullptr && visitor(function.c_str()) != 0) {
+    entries[static_cast<std::size_t>(call)].refused = true;
+  }
+  return call;
 }
 
 void Journal::AddArgument(int call, const std::string& text) {
@@ -119,6 +123,10 @@ const char* Strict_Violation(int violation) {
 void Strict_SetAnswer(const char* key, const char* answer) {
   Journal::Instance().SetAnswer(Shown(key), answer);
 }
+
+void Strict_SetVisitor(StrictVisitor visitor) { Journal::Instance().SetVisitor(visitor); }
+
+int Strict_CallRefused(int call) { return Journal::Instance().Refused(call) ? 1 : 0; }
 
 const char* Strict_Answer(const char* key) {
   const std::string* answer = Journal::Instance().Answer(Shown(key));

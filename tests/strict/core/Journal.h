@@ -6,12 +6,15 @@
 #include <thread>
 #include <vector>
 
+#include "StrictCore.h"
+
 namespace quillmar::strict {
 
 struct JournalEntry {
   std::string function;
   std::vector<std::string> arguments;
   int result = 0;
+  bool refused = false;
 };
 
 class Journal {
@@ -28,6 +31,9 @@ class Journal {
   void SetAnswer(const std::string& key, const char* answer);
   const std::string* Answer(const std::string& key) const;
 
+  void SetVisitor(StrictVisitor newVisitor) { visitor = newVisitor; }
+  bool Refused(int call) const { return At(call) != nullptr && At(call)->refused; }
+
   const JournalEntry* At(int call) const;
   int CallCount() const { return static_cast<int>(entries.size()); }
   const std::vector<std::string>& Violations() const { return violations; }
@@ -36,6 +42,7 @@ class Journal {
   std::vector<JournalEntry> entries;
   std::vector<std::string> violations;
   std::map<std::string, std::string> answers;
+  StrictVisitor visitor = nullptr;
   std::thread::id caller;  // the one thread on which every call must come
 };
 

@@ -2,6 +2,7 @@
 // process, and whose automation object is registered there.
 #include <memory>
 
+#include "CoreLink.h"
 #include "host/HostBrain.h"
 #include "platform/Messages.h"
 #include "platform/native/Machine.h"
@@ -16,6 +17,7 @@ class Server : public platform::AutomationServer {
   platform::AutomationResult Call(int identifier,
                                   const platform::AutomationArguments& arguments) override {
     using Outcome = strict::HostBrain::Outcome;
+    if (identifier < strict::kHostSetAnswer && Refused(identifier)) return {};
     const strict::HostBrain::Reply reply = brain.Call(identifier, arguments);
     switch (reply.outcome) {
       case Outcome::Done:
@@ -37,6 +39,13 @@ class Server : public platform::AutomationServer {
   std::optional<int> FindMember(const std::string& name) override { return brain.FindMember(name); }
 
  private:
+  // In the process of the caller the host's calls stand in the caller's journal too.
+  static bool Refused(int identifier) {
+    const auto& core = strict::Core();
+    const int call = core.Strict_BeginCall(("host " + std::to_string(identifier)).c_str());
+    return core.Strict_CallRefused(call) != 0;
+  }
+
   strict::HostBrain brain{[](std::uint32_t window) {
     return platform::PostToWindow(window, platform::RegisterMessage(QM_MESSAGE_CALLBACK));
   }};

@@ -1,0 +1,59 @@
+#include "FailingAllocations.h"
+
+#include <dlfcn.h>
+#include <execinfo.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string_view>
+
+using quillmar::contract::allocations;
+
+quillmar::contract::Allocations quillmar::contract::allocations;
+
+namespace {
+
+constexpr int kMostFrames = 40;
+
+// The first that is neither the standard library nor this program's operator new. The platform
+// counts as the library where the library called it: on Windows it is a part of it.
+bool IsMadeByTheLibrary() {
+  void* frames[kMostFrames];
+  const int count = ::backtrace(frames, kMostFrames);
+  bool inPlatform = false;
+  for (int i = 0; i < count; ++i) {
+    Dl_info info;
+    if (::dladdr(frames[i], &info) == 0) return false;
+    const char* slash = std::strrchr(info.dli_fname, '/');
+    const std::string_view file = slash != nullptr ? slash + 1 : info.dli_fname;
+    if (file == "Quillmar.dll") return true;
+    if (file.starts_with("libquillmar_platform")) {
+      inPlatform = true;
+    } else if (inPlatform || !(file.starts_with("libstdc++") || file.starts_with("contract"))) {
+      return false;
+    }
+  }
+  return false;
+}
+
+bool MustFail() {
+  if (!allocations.armed || ++allocations.count < allocations.failing) return false;
+  if (allocations.failing == 0 || (allocations.failed != 0 && !allocations.fromThenOn))
+    return false;
+  allocations.armed = false;  // looking for the caller allocates
+  const bool isOurs = IsMadeByTheLibrary();
+  allocations.armed = true;
+  if (isOurs && allocations.failed == 0) allocations.failed = allocations.count;
+  return isOurs;
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  void* block = MustFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
