@@ -1,7 +1,6 @@
 #include "app/QuillmarApp.h"
 
 #include <cstdio>
-#include <exception>
 
 #include "app/resources/resource.h"
 #include "base/RegistryKey.h"
@@ -221,8 +220,8 @@ void QuillmarApp::CallbackWindow::OnMessage(unsigned message) {
     } else {
       SelfHidingWindow::OnMessage(message);
     }
-  } catch (const std::exception& error) {
-    app.errors.ReportError(std::string("Window message: ") + error.what(), QM_HERE);
+  } catch (...) {
+    app.errors.ReportException("Window message", QM_HERE);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "base/ErrorLog.h"
 
+#include <exception>
+
 #include "platform/Profile.h"
 #include "platform/System.h"
 
@@ -23,6 +25,18 @@ void ErrorLog::ReportError(const std::string& message, const SourceStamp& source
   if (TraceEnabled()) platform::DebugOutput(report);
   if (reports.size() == kKeptReports) reports.pop_front();
   reports.push_back(std::move(report));
+}
+
+void ErrorLog::ReportException(const char* where, const SourceStamp& source) noexcept {
+  try {
+    try {
+      throw;
+    } catch (const std::exception& error) {
+      ReportError(std::string(where) + ": " + error.what(), source);
+    }
+  } catch (...) {
+    // Nobody is left who could be told.
+  }
 }
 
 void ErrorLog::ReportFailure(const std::string& stepMessage) const {

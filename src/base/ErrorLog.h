@@ -21,6 +21,9 @@ class ErrorLog {
  public:
   void ReportError(const std::string& message, const SourceStamp& source);
 
+  // Reports the exception that is being handled, as far as there is memory for it.
+  void ReportException(const char* where, const SourceStamp& source) noexcept;
+
   // A whole step failed: with tracing on, writes the step's message with the newest report and
   // then the ten newest reports, newest first.
   void ReportFailure(const std::string& stepMessage) const;

@@ -2,7 +2,6 @@
 // library has started, or after it was taken down, it returns its failure result.
 #pragma once
 
-#include <exception>
 #include <string>
 
 #include "app/QuillmarApp.h"
@@ -20,14 +19,8 @@ Result Forward(const char* name, Result failure, Operation operation) {
   if (application == nullptr) return failure;
   try {
     return operation(*application);
-  } catch (const std::exception& error) {
-    try {
-      application->Services().errors.ReportError(std::string(name) + ": " + error.what(), QM_HERE);
-    } catch (...) {
-      return failure;
-    }
-    return failure;
   } catch (...) {
+    application->Services().errors.ReportException(name, QM_HERE);
     return failure;
   }
 }

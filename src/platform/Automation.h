@@ -10,8 +10,17 @@
 
 namespace quillmar::platform {
 
+// Not std::monostate: with it the standard library's variant takes itself for one that always holds
+// a value, and destroys garbage when there is no memory to copy a text.
+struct NoValue {
+  NoValue() = default;
+  NoValue(const NoValue&) noexcept {}
+  NoValue& operator=(const NoValue&) noexcept { return *this; }
+  bool operator==(const NoValue&) const { return true; }
+};
+
 // An argument or a result. Texts are in the system code page.
-using AutomationValue = std::variant<std::monostate, int, std::int16_t, bool, std::string>;
+using AutomationValue = std::variant<NoValue, int, std::int16_t, bool, std::string>;
 using AutomationArguments = std::vector<AutomationValue>;
 
 enum class AutomationType { None, Int, Short, Bool, Text };

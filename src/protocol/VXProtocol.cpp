@@ -84,7 +84,7 @@ class IdentifierBuffer {
   }
   bool Fits() const { return fits; }
   char* Get() { return text; }
-  std::string Text() {
+  const char* Text() {
     text[sizeof text - 1] = '\0';
     return text;
   }
@@ -113,7 +113,9 @@ VXProtocol::~VXProtocol() {
   try {
     Close();
   } catch (...) {
-    // Without memory for a report the host's process must still go on.
+    // Without memory for a report the host's process must still go on, and the store must not count
+    // the protocol as open.
+    if (ready == 1 && !keepOpen) context.storage.Com_CloseProtocol(Id());
   }
 }
 
@@ -130,6 +132,8 @@ bool VXProtocol::Report(const std::string& message, const SourceStamp& source) c
 
 bool VXProtocol::Open(const std::string& id) {
   IdentifierBuffer buffer(id);
+  // Once the store has opened it, nothing may go wrong before this object knows its identifier.
+  protocolId.reserve(QM_PROTOCOL_ID_BUFFER);
   ready = buffer.Fits() && context.storage.Com_OpenProtocol(buffer.Get()) == 1 ? 1 : 0;
   keepOpen = false;
   superProtocolOrder.clear();
@@ -194,6 +198,7 @@ bool VXProtocol::Copy(const std::string& sourceId) {
   bool copied = false;
   if (context.storage.Com_CopyProtocol) {
     IdentifierBuffer buffer(BlankIdentifier());
+    protocolId.reserve(QM_PROTOCOL_ID_BUFFER);
     copied = context.storage.Com_CopyProtocol(sourceId.c_str(), buffer.Get()) != 0;
     protocolId = buffer.Text();
     ready = copied ? 1 : 0;

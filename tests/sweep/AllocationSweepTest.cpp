@@ -41,6 +41,10 @@ class AllocationSweep : public RoadTest,
  protected:
   // False when nothing failed any more.
   bool Run(const Work& work, int failing, bool fromThenOn) {
+    // The guarded memory of the companions is limited.
+    EXPECT_EQ(strict::Core().Strict_ViolationCount(), 0);
+    strict::Core().Strict_Reset();
+    ForgetCalls();
     const std::string id = MakeShaft();
     const std::string reference = Record(id).Reference();
     strict::Core().Strict_SetAnswer("GetProtocol.text", reference.c_str());

@@ -56,6 +56,15 @@ int QM_CDECL CountAndRefuse(const char* function) {
   return 1;
 }
 
+// A host in a process of its own has a journal of its own, and its calls do not fail here.
+Procedure ProcedureOf(int code) {
+  Procedure procedure = test::ShaftCallback(code);
+  if (!kHostSharesTheJournal) {
+    std::erase_if(procedure, [](const test::Step& step) { return step.call.starts_with("host "); });
+  }
+  return procedure;
+}
+
 struct Road {
   const char* name;
   int code;
@@ -75,7 +84,7 @@ class FaultSweep : public RoadTest, public testing::WithParamInterface<std::tupl
 
 TEST_P(FaultSweep, EveryCallInTurn) {
   const auto& [road, mode] = GetParam();
-  const Procedure procedure = test::ShaftCallback(road.code);
+  const Procedure procedure = ProcedureOf(road.code);
   const int count = static_cast<int>(Follow(procedure, 0, mode).calls.size());
   int handles = 0;
   for (int failing = 0; failing <= count; ++failing) {
@@ -88,7 +97,7 @@ TEST_P(FaultSweep, EveryCallInTurn) {
     // Without its code the host's message asks for no CAD action.
     const bool codeLost = failed == "host 3" && mode == Mode::Once;
     const Expectation expected =
-        codeLost ? Follow(test::ShaftCallback(0), 0, mode) : Follow(procedure, failing, mode);
+        codeLost ? Follow(ProcedureOf(0), 0, mode) : Follow(procedure, failing, mode);
     ASSERT_EQ(Text(WithoutRepeats(calls)), Text(WithoutRepeats(expected.calls)))
         << failing << " " << failed;
     ASSERT_EQ(Text(Reports()), Text(expected.reports)) << failing << " " << failed;

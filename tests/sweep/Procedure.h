@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-namespace quillmar::test {
+#include "FaultMode.h"
 
-enum class Mode { Once, FromThenOn };
+namespace quillmar::test {
 
 // One call of a procedure, in its order.
 struct Step {

@@ -51,8 +51,7 @@ std::string StorageLine(int call, const std::string& function) {
 
 RoadTest::RoadTest() {
   platform::WriteProfileText("Afx.ini", "Diagnostics", "TraceEnabled", "1");
-  SetText(Hive::CurrentUser, kModuleKey + "\\Sweep\\OptGeneral2", "LocalFileName",
-          "%CBFName% %Model%");
+  SetText(Hive::CurrentUser, kModuleKey + "\\Sweep\\OptGeneral2", "LocalFileName", "%CBFName%");
   LoginArguments arguments;
   arguments.settingsName = "Sweep";
   StartSession(arguments);

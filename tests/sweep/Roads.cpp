@@ -249,18 +249,22 @@ Procedure UpdatePlain() {
 
 // The protocol is opened again when the store says that it is gone, and brought up to date.
 Procedure BringUpToDate(const std::string& name) {
-  Procedure steps{{.label = name + "UpToDate",
-                   .call = "Com_IsProtocolExists",
-                   .onFailure = name + "Reopen",
-                   .onSuccess = name + "Open"},
-                  {.label = name + "Reopen",
-                   .call = "Com_OpenProtocol",
-                   .reports = {"Cannot open protocol."},
-                   .onFailure = name + "NotReady"},
-                  Named(name + "Open", Silent("Com_GetVersion")),
-                  GetKey("Main", "DataFile", name + "Files", name + "Version"),
-                  Named(name + "Files", MissingKey("Files", "DataFile"))};
+  Procedure steps{
+      {.label = name + "UpToDate",
+       .call = "Com_IsProtocolExists",
+       .onFailure = name + "Reopen",
+       .onSuccess = name + "Open"},
+      {.label = name + "Reopen",
+       .call = "Com_OpenProtocol",
+       .reports = {"Cannot open protocol."},
+       .onFailure = name + "NotReady"},
+      {.label = name + "Open", .call = "Com_GetVersion", .onFailure = name + "Unversioned"},
+      GetKey("Main", "DataFile", name + "Files", name + "Version"),
+      Named(name + "Files", MissingKey("Files", "DataFile"))};
   steps.back().onFailure = name + "Mass";
+  // A protocol of an unknown version stays as it is.
+  steps.push_back(
+      Named(name + "Unversioned", GetKey("Main", "DataFile", name + "Files", name + "Mass")));
   steps.push_back(Named(name + "Version", Silent("Com_SetVersion 2|0")));
   steps.push_back(Label(name + "Mass"));
   Append(steps, Mass());

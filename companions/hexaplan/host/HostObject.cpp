@@ -42,7 +42,7 @@ struct CallAnswer {
 std::string Describe(const AutomationValue& value, std::size_t limit) {
   struct Text {
     std::size_t limit;
-    std::string operator()(std::monostate) const { return "nothing"; }
+    std::string operator()(platform::NoValue) const { return "nothing"; }
     std::string operator()(int number) const { return std::to_string(number); }
     std::string operator()(std::int16_t number) const { return std::to_string(number); }
     std::string operator()(bool flag) const { return flag ? "true" : "false"; }

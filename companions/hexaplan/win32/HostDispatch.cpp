@@ -117,7 +117,7 @@ class HostDispatch final : public Counted<IDispatch> {
  private:
   // A method without a result leaves the variant empty.
   static win32::Variant AnswerOf(const AutomationResult& answer) {
-    if (std::holds_alternative<std::monostate>(answer.value)) return {};
+    if (std::holds_alternative<quillmar::platform::NoValue>(answer.value)) return {};
     return win32::ToVariant(answer.value);
   }
 

@@ -37,7 +37,7 @@ bool IsClassId(const std::string& text) {
 
 // The system's truth value in automation is -1.
 std::optional<int> NumberOf(const AutomationValue& value) {
-  if (std::holds_alternative<std::monostate>(value)) return 0;
+  if (std::holds_alternative<NoValue>(value)) return 0;
   if (const auto* number = std::get_if<int>(&value)) return *number;
   if (const auto* number = std::get_if<std::int16_t>(&value)) return *number;
   if (const auto* flag = std::get_if<bool>(&value)) return *flag ? -1 : 0;
@@ -50,7 +50,7 @@ std::optional<int> NumberOf(const AutomationValue& value) {
 
 std::string TextOf(const AutomationValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  if (std::holds_alternative<std::monostate>(value)) return {};
+  if (std::holds_alternative<NoValue>(value)) return {};
   return std::to_string(NumberOf(value).value_or(0));
 }
 

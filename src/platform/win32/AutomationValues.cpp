@@ -8,7 +8,7 @@ namespace {
 struct VariantMaker {
   VARIANT& variant;
 
-  void operator()(std::monostate) const {
+  void operator()(NoValue) const {
     variant.vt = VT_ERROR;
     variant.scode = DISP_E_PARAMNOTFOUND;
   }

@@ -4,6 +4,8 @@
 
 namespace quillmar::contract {
 
+const bool kHostSharesTheJournal = true;
+
 std::filesystem::path OwnPath(const std::string& windowsPath) {
   return platform::Machine::Current().HostPath(windowsPath);
 }

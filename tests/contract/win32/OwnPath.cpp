@@ -2,6 +2,8 @@
 
 namespace quillmar::contract {
 
+const bool kHostSharesTheJournal = false;
+
 std::filesystem::path OwnPath(const std::string& windowsPath) { return windowsPath; }
 
 void EndWait() {}

@@ -74,7 +74,7 @@ TEST(Automation, PassesArgumentsInOrderAndUnchanged) {
   });
   const auto client = FindActiveObject(kTestClassId);
   ASSERT_NE(client, nullptr);
-  const auto result = client->Call(0x1D, {-7, text, std::int16_t{12}, true, std::monostate{}},
+  const auto result = client->Call(0x1D, {-7, text, std::int16_t{12}, true, platform::NoValue{}},
                                    AutomationType::None);
   EXPECT_EQ(result.status, AutomationStatus::Done);
   ASSERT_EQ(seen.size(), 5U);  // the last one first

@@ -10,10 +10,13 @@ std::byte* ReservePages(std::size_t count) {
 }
 
 void SetAccess(std::byte* firstPage, std::size_t count, Access access) {
-  const int protection = access == Access::None   ? PROT_NONE
-                         : access == Access::Read ? PROT_READ
-                                                  : PROT_READ | PROT_WRITE;
-  mprotect(firstPage, count * kPageSize, protection);
+  if (access == Access::None) {
+    // Mapped anew: that frees the memory, and the system joins such ranges into one.
+    mmap(firstPage, count * kPageSize, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
+    return;
+  }
+  mprotect(firstPage, count * kPageSize,
+           access == Access::Read ? PROT_READ : PROT_READ | PROT_WRITE);
 }
 
 }  // namespace quillmar::strict

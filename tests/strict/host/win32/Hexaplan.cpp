@@ -46,7 +46,7 @@ AutomationValue FromVariant(const VARIANTARG& variant) {
 
 struct ToVariant {
   VARIANT* out;
-  void operator()(std::monostate) const { V_VT(out) = VT_EMPTY; }
+  void operator()(quillmar::platform::NoValue) const { V_VT(out) = VT_EMPTY; }
   void operator()(int value) const {
     V_VT(out) = VT_I4;
     V_I4(out) = value;
