@@ -248,6 +248,30 @@ bool Database::Erase(std::string_view id) {
   return number != 0;
 }
 
+std::vector<std::string> Database::Ids() {
+  const Statement statement(connection.get(), "SELECT id FROM protocols ORDER BY number");
+  std::vector<std::string> ids;
+  Statement::Run row(statement);
+  while (row.Next()) ids.emplace_back(row.Text(0));
+  return ids;
+}
+
+std::string Database::Check() {
+  std::string findings;
+  const Statement integrity(connection.get(), "PRAGMA integrity_check");
+  for (Statement::Run row(integrity); row.Next();) {
+    if (row.Text(0) != "ok") findings.append(row.Text(0)).push_back('\n');
+  }
+  const Statement orphans(connection.get(),
+                          "SELECT COUNT(*) FROM texts"
+                          " WHERE protocol NOT IN (SELECT number FROM protocols)");
+  Statement::Run row(orphans);
+  if (row.Next() && row.Number(0) > 0) {
+    findings += std::to_string(row.Number(0)) + " texts belong to no protocol\n";
+  }
+  return findings;
+}
+
 std::optional<Owner> Database::FindOwner(std::string_view id) {
   Statement::Run row(findOwner, id);
   if (!row.Next()) return std::nullopt;

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "keelcomm/HostSystem.h"
 #include "keelcomm/Record.h"
@@ -55,6 +56,11 @@ class Database {
                                      const Record& record);
   // False when there was nothing to erase.
   bool Erase(std::string_view id);
+
+  // All protocols, in the order of their making.
+  std::vector<std::string> Ids();
+  // What is wrong with the file and its tables, a line each; empty when nothing is.
+  std::string Check();
 
   std::optional<Owner> FindOwner(std::string_view id);
   void SetOwner(std::string_view id, const Owner& owner);

@@ -1,6 +1,7 @@
 #include "keelcomm/SharedRecords.h"
 
 #include <string>
+#include <vector>
 
 #include "keelcomm/Failures.h"
 #include "keelcomm/StorageFunctions.h"
@@ -58,6 +59,24 @@ int Keelcomm_Refresh(const char* protocolId) {
   OpenProtocol* protocol = Opened(protocolId);
   if (protocol == nullptr) return 0;
   Store::Instance().Refresh(*protocol);
+  return 1;
+}
+
+int Keelcomm_ListProtocols(const char* const** identifiers, int* count) {
+  static std::vector<std::string> ids;
+  static std::vector<const char*> texts;
+  ids = Store::Instance().StoredIds();
+  texts.clear();
+  for (const std::string& id : ids) texts.push_back(id.c_str());
+  *identifiers = texts.data();
+  *count = static_cast<int>(texts.size());
+  return 1;
+}
+
+int Keelcomm_CheckDatabase(const char** findings) {
+  static std::string text;
+  text = Store::Instance().CheckDatabase();
+  *findings = text.c_str();
   return 1;
 }
 

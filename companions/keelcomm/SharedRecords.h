@@ -1,5 +1,6 @@
-// Functions that Keelcomm.dll exports for Keellink.dll and Tessio.dll alone, about the protocols
-// that are open in the process. Nobody else calls them, and they are no border of the suite.
+// Functions that Keelcomm.dll exports for Keellink.dll and Tessio.dll, about the protocols that are
+// open in the process, and for the tools that look after a store, about the database. Nobody else
+// calls them, and they are no border of the suite.
 #pragma once
 
 #include "quillmar/Conventions.h"
@@ -14,6 +15,8 @@
  * Keelcomm_MakeProtocolId  an identifier that no protocol has.
  * Keelcomm_Save            stores what was written to the protocol; it stays open.
  * Keelcomm_Refresh         takes in what other processes have stored since it was opened.
+ * Keelcomm_ListProtocols   identifiers of all stored protocols, in the order of their making.
+ * Keelcomm_CheckDatabase   what is wrong with the database, a line each; empty when it is whole.
  */
 /* clang-format off */
 #define KEELCOMM_RECORD_FUNCTIONS(X)                                                             \
@@ -31,5 +34,8 @@
     (protocolId, section, index, keyword, value))                                                \
   X(Keelcomm_MakeProtocolId, int, (const char** protocolId), (protocolId))                 \
   X(Keelcomm_Save, int, (const char* protocolId), (protocolId))                                  \
-  X(Keelcomm_Refresh, int, (const char* protocolId), (protocolId))
+  X(Keelcomm_Refresh, int, (const char* protocolId), (protocolId))                               \
+  X(Keelcomm_ListProtocols, int, (const char* const** identifiers, int* count),                  \
+    (identifiers, count))                                                                        \
+  X(Keelcomm_CheckDatabase, int, (const char** findings), (findings))
 /* clang-format on */

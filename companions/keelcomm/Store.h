@@ -61,6 +61,10 @@ class Store {
   // Window 0 ends the hold. Takes effect at once, for other processes too.
   void SetOwner(OpenProtocol& protocol, std::uint32_t window);
 
+  // What the database says of itself; see Database.
+  std::vector<std::string> StoredIds() { return OpenDatabase().Ids(); }
+  std::string CheckDatabase() { return OpenDatabase().Check(); }
+
   // An identifier that no protocol has.
   std::string MakeUniqueId();
 

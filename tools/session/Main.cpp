@@ -6,7 +6,7 @@
 
 #include "drawboard/CodePage.h"
 #include "platform/Modules.h"
-#include "session/Place.h"
+#include "common/Place.h"
 #include "session/Report.h"
 
 namespace {
@@ -37,12 +37,12 @@ std::string DriveOfThisProgram() {
 
 session::Job LoadJob(const Options& options, const std::string& drive) {
   if (options.job.empty()) {
-    const std::string sample = session::SystemPath(drive + "\\Drawboard\\gearbox.json").string();
-    const auto text = session::ReadSystemFile(sample);
+    const std::string sample = tools::SystemPath(drive + "\\Drawboard\\gearbox.json").string();
+    const auto text = tools::ReadSystemFile(sample);
     if (!text) throw session::JobError("The sample job is not installed: " + sample);
     return session::ReadJob(*text);
   }
-  const auto text = session::ReadSystemFile(options.job);
+  const auto text = tools::ReadSystemFile(options.job);
   if (!text) throw session::JobError("The file cannot be read");
   return session::ReadJob(*text);
 }
@@ -57,7 +57,7 @@ int RunJob(const Options& options, const session::Job& job, const std::string& d
   } catch (const session::SessionError& error) {
     failure = error.what();
   }
-  const session::ReportStyle style{session::OutputIsTerminal(), options.allCalls};
+  const session::ReportStyle style{tools::IsTerminal(tools::Stream::Output), options.allCalls};
   std::fputs(session::ReportText(session, style).c_str(), stdout);
   if (!options.out.empty()) {
     session::WriteReport(session, options.out);
@@ -70,7 +70,7 @@ int RunJob(const Options& options, const session::Job& job, const std::string& d
 }
 
 int Run(const Options& options) {
-  session::EnterImage();
+  tools::EnterOwnImage();
   const std::string drive = DriveOfThisProgram();
   session::Job job;
   try {

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "session/BillOfMaterials.h"
-#include "session/Place.h"
+#include "common/Place.h"
 
 namespace session {
 namespace {
@@ -30,8 +30,8 @@ std::string Sections(const Session& session, const ReportStyle& style, std::size
 }
 
 void Write(const std::string& folder, const char* name, const std::string& contents) {
-  const std::string path = JoinSystemPath(folder, name);
-  if (!WriteSystemFile(path, contents)) throw SessionError("Cannot write " + path);
+  const std::string path = tools::JoinSystemPath(folder, name);
+  if (!tools::WriteSystemFile(path, contents)) throw SessionError("Cannot write " + path);
 }
 
 }  // namespace

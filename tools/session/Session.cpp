@@ -8,7 +8,7 @@
 #include "drawboard/CodePage.h"
 #include "drawboard/DriveFiles.h"
 #include "platform/Messages.h"
-#include "session/Place.h"
+#include "common/Place.h"
 
 namespace session {
 namespace {
@@ -50,7 +50,7 @@ Session::Session(const Job& job, const SessionSetup& setup,
     : job(job),
       setup(setup),
       tell(std::move(tell)),
-      timeline(SystemPath(setup.drive + "\\Vantorel\\Trace")),
+      timeline(tools::SystemPath(setup.drive + "\\Vantorel\\Trace")),
       orders(setup.drive + "\\Vantorel\\Fendrake\\Inputs"),
       cad(setup.drive + "\\Drawboard\\" + kAddinName) {}
 

@@ -1,0 +1,45 @@
+#include "common/Program.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+
+#include "drawboard/CodePage.h"
+#include "quillmar/Version.h"
+
+namespace tools {
+
+int RunProgram(CLI::App& app, int count, char** arguments, const std::function<int()>& run) {
+  app.set_version_flag("--version", app.get_name() + " " QM_VERSION_TEXT);
+  app.footer("Exit status: 0 done, 1 something was found, 2 it could not be done.");
+  try {
+    app.parse(count, arguments);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kDone : kTrouble;
+  }
+  try {
+    const int status = run();
+    std::fflush(stdout);
+    return status;
+  } catch (const std::exception& error) {
+    std::fflush(stdout);
+    Complain(fmt::format("{}: {}", app.get_name(), error.what()));
+    return kTrouble;
+  }
+}
+
+void Tell(const std::string& line) {
+  std::fputs((line + "\n").c_str(), stdout);
+  std::fflush(stdout);
+}
+
+void Complain(const std::string& line) { std::fputs((line + "\n").c_str(), stderr); }
+
+std::string FromUser(const std::string& utf8) {
+  if (auto bytes = drawboard::FromUtf8(utf8)) return *bytes;
+  throw ToolError(fmt::format("\"{}\" has a character that the machine's code page lacks", utf8));
+}
+
+std::string ForUser(const std::string& bytes) { return drawboard::ToUtf8(bytes); }
+
+}  // namespace tools

@@ -1,0 +1,37 @@
+// The frame of a tool's main function: arguments, exit statuses, messages.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+namespace tools {
+
+// Exit statuses of all tools.
+inline constexpr int kDone = 0;
+inline constexpr int kFound = 1;        // differences, findings, items that could not be treated
+inline constexpr int kTrouble = 2;      // a wrong argument, or nothing could be done at all
+inline constexpr int kInterrupted = 3;  // stopped by the user; what was done stays done
+
+// Why a tool gives up; the text is for the user, in UTF-8.
+class ToolError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Reads the arguments and runs the tool. Help gives kDone, a bad argument or a ToolError a message
+// on the error stream and kTrouble.
+int RunProgram(CLI::App& app, int count, char** arguments, const std::function<int()>& run);
+
+// Lines for the user, in UTF-8; the second on the error stream.
+void Tell(const std::string& line);
+void Complain(const std::string& line);
+
+// Texts of the command line in the code page of the machine. A ToolError when they have no place
+// there.
+std::string FromUser(const std::string& utf8);
+// And back, for messages.
+std::string ForUser(const std::string& bytes);
+
+}  // namespace tools
