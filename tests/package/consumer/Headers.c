@@ -1,0 +1,28 @@
+/* Every header of the package is C. */
+#include <quillmar/BoltedConnections.h>
+#include <quillmar/BoundFunction.h>
+#include <quillmar/CadDriver.h>
+#include <quillmar/CalculationHost.h>
+#include <quillmar/Conventions.h>
+#include <quillmar/Exports.h>
+#include <quillmar/Ipc.h>
+#include <quillmar/Links.h>
+#include <quillmar/Storage.h>
+#include <quillmar/StringList.h>
+#include <quillmar/Version.h>
+
+#if QM_VERSION_NUMBER < 100
+#error "the version is not a number"
+#endif
+
+/* The lists name types that these headers declare. */
+#define DECLARE(name, result, parameters, arguments) \
+  typedef result(QM_STDCALL* name##Type) parameters;
+#define DECLARE_NEEDED(need, name, result, parameters, arguments) \
+  typedef result(QM_CDECL* name##Type) parameters;
+QM_STORAGE_FUNCTIONS(DECLARE)
+QM_LINK_FUNCTIONS(DECLARE)
+QM_CAD_FUNCTIONS(DECLARE_NEEDED)
+QM_CAD_2D_FUNCTIONS(DECLARE_NEEDED)
+
+const char* VersionOfTheHeaders(void) { return QM_VERSION_TEXT; }
