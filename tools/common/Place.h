@@ -11,9 +11,12 @@ namespace tools {
 
 // Makes the image that this program lies in the machine of the process.
 void EnterOwnImage();
-// Makes the image in a folder of the system (it holds drive_c) the machine of the process. False
-// when there is none; on Windows, whose drive C: is the image already, for every folder.
+// Makes the image in a folder of the system (it holds drive_c) the machine of the process; false
+// when there is none. On Windows drive C: is the image already, and the folder is not looked at.
 bool EnterImage(const std::string& folder);
+
+// A text of the command line in the code page of the machine; nothing when it has no place there.
+std::optional<std::string> TextOfArgument(const std::string& argument);
 
 // Path in the system of a path on the machine.
 std::filesystem::path SystemPath(const std::string& windowsPath);

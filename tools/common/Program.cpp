@@ -2,8 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 
+#include "common/Place.h"
 #include "drawboard/CodePage.h"
 #include "quillmar/Version.h"
 
@@ -35,9 +37,14 @@ void Tell(const std::string& line) {
 
 void Complain(const std::string& line) { std::fputs((line + "\n").c_str(), stderr); }
 
-std::string FromUser(const std::string& utf8) {
-  if (auto bytes = drawboard::FromUtf8(utf8)) return *bytes;
-  throw ToolError(fmt::format("\"{}\" has a character that the machine's code page lacks", utf8));
+std::string Counted(std::size_t count, const std::string& one) {
+  return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
+}
+
+std::string FromUser(const std::string& argument) {
+  if (auto bytes = TextOfArgument(argument)) return *bytes;
+  throw ToolError(
+      fmt::format("\"{}\" has a character that the machine's code page lacks", argument));
 }
 
 std::string ForUser(const std::string& bytes) { return drawboard::ToUtf8(bytes); }

@@ -1,10 +1,13 @@
 // The frame of a tool's main function: arguments, exit statuses, messages.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <stdexcept>
 #include <string>
+
+namespace CLI {
+class App;
+}
 
 namespace tools {
 
@@ -28,9 +31,12 @@ int RunProgram(CLI::App& app, int count, char** arguments, const std::function<i
 void Tell(const std::string& line);
 void Complain(const std::string& line);
 
+// "1 protocol", "2 protocols".
+std::string Counted(std::size_t count, const std::string& one);
+
 // Texts of the command line in the code page of the machine. A ToolError when they have no place
 // there.
-std::string FromUser(const std::string& utf8);
+std::string FromUser(const std::string& argument);
 // And back, for messages.
 std::string ForUser(const std::string& bytes);
 

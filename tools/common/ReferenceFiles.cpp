@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <cctype>
-
 #include "common/Place.h"
 #include "common/Program.h"
 
@@ -13,7 +11,8 @@ std::string ReferenceFileName(const std::string& id) {
   std::string name;
   for (const char raw : id) {
     const auto byte = static_cast<unsigned char>(raw);
-    const bool plain = byte < 0x80 && (std::isalnum(byte) != 0 || raw == '-' || raw == '_');
+    const bool plain =
+        (raw >= 'A' && raw <= 'Z') || (raw >= '0' && raw <= '9') || raw == '-' || raw == '_';
     name += plain ? std::string(1, raw) : fmt::format("%{:02X}", byte);
   }
   return name + ".ref";

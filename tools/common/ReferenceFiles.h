@@ -5,7 +5,9 @@
 
 namespace tools {
 
-// "<identifier>.ref"; letters, digits, "-" and "_" stand for themselves, any other byte is "%XX".
+// "<identifier>.ref"; upper-case letters, digits, "-" and "_" stand for themselves, any other byte
+// is
+// "%XX": identifiers that differ in case have files that differ in more.
 std::string ReferenceFileName(const std::string& id);
 
 // Writes the file whole or not at all; its path. A ToolError when that fails.

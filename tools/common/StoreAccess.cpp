@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <CLI/CLI.hpp>
+
 #include "base/Texts.h"
 #include "common/Place.h"
 #include "common/Program.h"
@@ -16,15 +18,14 @@ using quillmar::VXProtocol;
 
 std::string EnterMachine(const StorePlace& place) {
   if (!EnterImage(place.image)) {
-    throw ToolError(
-        fmt::format("{} is no machine image: it has no folder drive_c (--image names one)",
-                    place.image));
+    throw ToolError(fmt::format(
+        "{} is no machine image: it has no folder drive_c (--image names one)", place.image));
   }
   const std::string suite = FromUser(place.suite);
   for (const char* library : {QM_STORAGE_LIBRARY, QM_LINK_LIBRARY}) {
     if (!platform::FileExists(suite + "\\" + library)) {
-      throw ToolError(fmt::format("There is no {} in {} (--suite names the folder)", library,
-                                  place.suite));
+      throw ToolError(
+          fmt::format("There is no {} in {} (--suite names the folder)", library, place.suite));
     }
   }
   return suite;
@@ -35,7 +36,8 @@ void BindTo(Function& function, const char* name) {
   function = reinterpret_cast<Function>(
       platform::FindFunction(platform::FindLoadedModule(QM_STORAGE_LIBRARY), name));
   if (function != nullptr) return;
-  throw ToolError(QM_STORAGE_LIBRARY " does not list its protocols: it is not of this suite's make");
+  throw ToolError(QM_STORAGE_LIBRARY
+                  " does not list its protocols: it is not of this suite's make");
 }
 
 }  // namespace
@@ -76,6 +78,7 @@ void StoreAccess::RequireProtocol(const std::string& id) const {
 }
 
 ProtocolSummary StoreAccess::Summary(const std::string& id) const {
+  RequireProtocol(id);
   ProtocolSummary summary;
   summary.id = id;
   summary.state = VXProtocol::ProtocolExists(context, id);

@@ -1,7 +1,6 @@
 // The protocol store of a machine, through the storage and link libraries that are installed there.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
@@ -9,6 +8,10 @@
 #include "base/WindowActivator.h"
 #include "keelcomm/SharedRecords.h"
 #include "protocol/VXProtocol.h"
+
+namespace CLI {
+class App;
+}
 
 namespace tools {
 
@@ -48,7 +51,7 @@ class StoreAccess {
   bool Exists(const std::string& id) const;
   // Throws a ToolError when the protocol does not exist: opening it would make it.
   void RequireProtocol(const std::string& id) const;
-  // Leaves the protocol as it is.
+  // Leaves the protocol as it is; a ToolError when there is none.
   ProtocolSummary Summary(const std::string& id) const;
 
  private:

@@ -23,9 +23,9 @@ std::map<Place, Field> ByPlace(const StoredRecord& record) {
 }
 
 std::string NameOf(const Field& field) {
-  return field.section.empty() ? "text " + field.keyword
-                               : fmt::format("[{}] {}", ForUser(field.section),
-                                             ForUser(field.keyword));
+  return field.section.empty()
+             ? "text " + field.keyword
+             : fmt::format("[{}] {}", ForUser(field.section), ForUser(field.keyword));
 }
 
 std::string ValueOf(const Field& field) {
@@ -92,8 +92,8 @@ std::vector<std::string> DifferencesOf(const StoredRecord& before, const StoredR
     if (found == fresh.end()) {
       lines.push_back(fmt::format("- {} = {}", NameOf(field), ValueOf(field)));
     } else if (!(found->second == field)) {
-      lines.push_back(fmt::format("~ {}: {} -> {}", NameOf(field), ValueOf(field),
-                                  ValueOf(found->second)));
+      lines.push_back(
+          fmt::format("~ {}: {} -> {}", NameOf(field), ValueOf(field), ValueOf(found->second)));
     }
   }
   for (const auto& [place, field] : fresh) {

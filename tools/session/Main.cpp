@@ -4,9 +4,9 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 
+#include "common/Place.h"
 #include "drawboard/CodePage.h"
 #include "platform/Modules.h"
-#include "common/Place.h"
 #include "session/Report.h"
 
 namespace {

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "session/BillOfMaterials.h"
 #include "common/Place.h"
+#include "session/BillOfMaterials.h"
 
 namespace session {
 namespace {

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <thread>
 
+#include "common/Place.h"
 #include "drawboard/CodePage.h"
 #include "drawboard/DriveFiles.h"
 #include "platform/Messages.h"
-#include "common/Place.h"
 
 namespace session {
 namespace {

@@ -28,8 +28,8 @@ void CheckLayout(const StoreAccess& store, const std::string& id, const Report& 
 }
 
 void CheckReference(const StoreAccess& store, const std::string& id, const Report& report) {
-  const auto lines = DifferencesOf(ReadRecord(store, id),
-                                   ReadRecordOfReference(store, ReferenceOf(store, id)));
+  const auto lines =
+      DifferencesOf(ReadRecord(store, id), ReadRecordOfReference(store, ReferenceOf(store, id)));
   for (const std::string& line : lines) report("its reference text does not give it back: " + line);
 }
 
@@ -104,7 +104,8 @@ int CheckStore(const StoreAccess& store) {
   }
   const Style style(IsTerminal(Stream::Output));
   for (const std::string& finding : findings) Tell(style.Bad(finding));
-  const std::string sum = fmt::format("{} protocols, {} findings", ids.size(), findings.size());
+  const std::string sum =
+      Counted(ids.size(), "protocol") + ", " + Counted(findings.size(), "finding");
   Tell(findings.empty() ? style.Good(sum) : sum);
   return findings.empty() ? kDone : kFound;
 }

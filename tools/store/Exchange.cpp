@@ -26,8 +26,8 @@ std::string ImportOne(const StoreAccess& store, const Import& what, const std::s
   const std::string id = what.asId.empty() ? HeadOf(reference).id : FromUser(what.asId);
   const bool exists = store.Exists(id);
   if (exists && !what.replace) {
-    throw ToolError(fmt::format("the store has {} already (--replace writes over it)",
-                                ForUser(id)));
+    throw ToolError(
+        fmt::format("the store has {} already (--replace writes over it)", ForUser(id)));
   }
   if (store.Exists(id) && store.Summary(id).state == QM_PROTOCOL_HELD_BY_CALCULATION) {
     throw ToolError(fmt::format("{} is held open by a calculation", ForUser(id)));
@@ -56,8 +56,7 @@ int ExportProtocols(const StoreAccess& store, const Export& what) {
     WriteReferenceFile(what.folder, id, ReferenceOf(store, id));
     progress.Step();
   }
-  Tell(fmt::format("{} {} written to {}", ids.size(), ids.size() == 1 ? "protocol" : "protocols",
-                   what.folder));
+  Tell(Counted(ids.size(), "protocol") + " written to " + what.folder);
   return kDone;
 }
 

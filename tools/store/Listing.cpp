@@ -40,8 +40,8 @@ void TellFields(const StoredRecord& record, const Style& style) {
     if (field.section != section) Tell(style.Heading("[" + ForUser(field.section) + "]"));
     section = field.section;
     const std::string unit = field.unit.empty() ? "" : " " + ForUser(field.unit);
-    Tell(fmt::format("  {} = {}{}", ForUser(field.keyword), ForUser(field.value),
-                     style.Weak(unit)));
+    Tell(
+        fmt::format("  {} = {}{}", ForUser(field.keyword), ForUser(field.value), style.Weak(unit)));
   }
 }
 
@@ -65,7 +65,7 @@ int ListProtocols(const StoreAccess& store, bool idsOnly) {
   const Style style(IsTerminal(Stream::Output));
   Tell(style.Heading(
       fmt::format(kRow, "Protocol", "Version", "Calculation", "Type", "View", "Values", "")));
-  Tell(fmt::format("{}{} {}", table, ids.size(), ids.size() == 1 ? "protocol" : "protocols"));
+  Tell(table + Counted(ids.size(), "protocol"));
   return kDone;
 }
 

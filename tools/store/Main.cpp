@@ -1,4 +1,7 @@
-// quillmar-store: looks into the protocol store of a machine and takes protocols out of it and back.
+// quillmar-store: looks into the protocol store of a machine and takes protocols out of it and
+// back.
+#include <CLI/CLI.hpp>
+
 #include "common/Program.h"
 #include "store/Commands.h"
 
@@ -11,8 +14,9 @@ int main(int count, char** arguments) {
   tools::Export exported;
   tools::Import imported;
 
-  CLI::App app("Looks into the protocol store of a machine. Programs of the suite may run meanwhile.",
-               "quillmar-store");
+  CLI::App app(
+      "Looks into the protocol store of a machine. Programs of the suite may run meanwhile.",
+      "quillmar-store");
   app.require_subcommand(1);
   app.fallthrough();
   place.AddOptions(app);
@@ -23,7 +27,8 @@ int main(int count, char** arguments) {
   show->add_option("ID", id, "Identifier of the protocol")->required();
   auto* diff = app.add_subcommand(
       "diff", "What differs between two protocols, or exported files (status 1 when they differ)");
-  diff->add_option("LEFT", left, "Identifier, or file (with a \"/\", or ending in .ref)")->required();
+  diff->add_option("LEFT", left, "Identifier, or file (with a \"/\", or ending in .ref)")
+      ->required();
   diff->add_option("RIGHT", right, "The same")->required();
   auto* out = app.add_subcommand("export", "Writes protocols as reference texts");
   out->add_option("ID", exported.ids, "Identifiers; one alone goes to standard output");
@@ -34,7 +39,8 @@ int main(int count, char** arguments) {
   in->add_option("--as", imported.asId, "Store it under this identifier");
   in->add_flag("--replace", imported.replace, "Write over protocols that the store has");
   in->add_flag("--dry-run", imported.dryRun, "Only say what would be done");
-  auto* check = app.add_subcommand("check", "Looks for damage and for references that lead nowhere");
+  auto* check =
+      app.add_subcommand("check", "Looks for damage and for references that lead nowhere");
 
   return tools::RunProgram(app, count, arguments, [&] {
     const tools::StoreAccess store(place);

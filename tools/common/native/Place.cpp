@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "drawboard/CodePage.h"
 #include "platform/native/Machine.h"
 
 namespace tools {
@@ -39,6 +40,10 @@ bool EnterImage(const std::string& folder) {
   const fs::path drive = fs::canonical(folder, failed) / "drive_c";
   return !failed && fs::is_directory(drive, failed) &&
          quillmar::platform::AttachToImage((drive / "tool").string());
+}
+
+std::optional<std::string> TextOfArgument(const std::string& argument) {
+  return drawboard::FromUtf8(argument);
 }
 
 fs::path SystemPath(const std::string& windowsPath) {

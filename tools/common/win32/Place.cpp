@@ -26,7 +26,9 @@ bool WriteDurably(const std::string& path, std::string_view contents, DWORD acce
 // Drive C: is the image already.
 void EnterOwnImage() {}
 
-bool EnterImage(const std::string&) { return false; }
+bool EnterImage(const std::string&) { return true; }
+
+std::optional<std::string> TextOfArgument(const std::string& argument) { return argument; }
 
 std::filesystem::path SystemPath(const std::string& windowsPath) { return windowsPath; }
 

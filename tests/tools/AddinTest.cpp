@@ -1,0 +1,47 @@
+// quillmar-addin on the sample add-in and on a faulty one.
+#include "ToolRun.h"
+
+namespace quillmar::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(AddinToolTest, TheSampleIsInOrder) {
+  const Ran ran = RunTool("quillmar-addin", SAMPLE_ADDIN " --verbose");
+  EXPECT_EQ(ran.status, 0) << ran.output;
+  for (const char* told :
+       {"Functions of LoginCad: 19 of 58", "Drawing functions of Set2dFileType: 0 of 9",
+        "InsertFeature              features cannot be inserted",
+        "Insert2dPart               required: Set2dFileType fails",
+        "GetProtocol gives the reference text back",
+        "GetAllParts, a buffer one character too small", "RenamePart with null pointers",
+        "0 warnings, 0 failures"}) {
+    EXPECT_THAT(ran.output, HasSubstr(told));
+  }
+}
+
+TEST(AddinToolTest, EveryFaultIsAFindingAndNoneEndsTheCheck) {
+  const Ran ran = RunTool("quillmar-addin", FAULTY_ADDIN " --limit 2");
+  EXPECT_EQ(ran.status, 1) << ran.output;
+  for (const char* told :
+       {"GetMainHwnd                required: LoginCad fails",
+        "FAILURE  ConnectProtocol replaces the reference text: gave \"QMADDINCHECK1<@PID>first",
+        "FAILURE  GetProtocol, a buffer one character too small: wrote beyond",
+        "FAILURE  GetParameterList, a buffer without room: asked for 9 characters where 10",
+        "FAILURE  GetAllParts, a roomy buffer: did not return within 2 s",
+        "warning  InsertParamPart with null pointers: crashed",
+        "FAILURE  RenamePart with empty texts: let an exception out: no part"}) {
+    EXPECT_THAT(ran.output, HasSubstr(told));
+  }
+  EXPECT_THAT(ran.output, Not(HasSubstr("ConnectProtocol with")));
+}
+
+TEST(AddinToolTest, SaysWhyThereIsNothingToCheck) {
+  EXPECT_THAT(RunTool("quillmar-addin", "/nowhere.so").output, HasSubstr("cannot be loaded"));
+  EXPECT_EQ(RunTool("quillmar-addin", "/nowhere.so").status, 2);
+  EXPECT_EQ(RunTool("quillmar-addin", "").status, 2);
+}
+
+}  // namespace
+}  // namespace quillmar::test

@@ -1,0 +1,46 @@
+// An add-in with the faults that authors make: functions that are missing, buffers overrun, a
+// crash, a hang, an exception that leaves.
+#include <cstring>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "quillmar/CadDriver.h"
+
+#define DECLARE(need, name, result, parameters, arguments) \
+  QM_EXTERN_C QM_EXPORT result QM_CDECL name parameters;
+QM_CAD_FUNCTIONS(DECLARE)
+#undef DECLARE
+
+namespace {
+std::string stored;
+}
+
+int InsertParamPart(const char*, const char*, const char*, const char* connection, int, const char*,
+                    const char*, const ExtDataPair*, int) {
+  stored = connection;  // a null pointer is not looked for
+  return 1;
+}
+
+int ConnectProtocol(const char*, const char*) { return 1; }
+
+// Knows nothing of the buffer's size.
+int GetProtocol(const char*, char* text, int* size) {
+  *size = static_cast<int>(stored.size());
+  std::strcpy(text, stored.c_str());
+  return 1;
+}
+
+// Asks for too little.
+int GetParameterList(const char*, char* text, int* size) {
+  const bool fits = *size >= 10;
+  *size = fits ? 10 : 9;
+  if (fits) std::strcpy(text, "d,20,L,50,");
+  return fits ? 1 : 0;
+}
+
+int GetAllParts(char*, int*) {
+  for (;;) std::this_thread::sleep_for(std::chrono::seconds(1));
+}
+
+int RenamePart(const char*, const char*, const char*) { throw std::runtime_error("no part"); }

@@ -1,0 +1,93 @@
+#include "addin/DriverFunctions.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#include "quillmar/CadDriver.h"
+
+namespace tools {
+namespace {
+
+constexpr std::size_t kGuard = 4096;
+constexpr char kGuardByte = '\x5A';
+constexpr std::size_t kRoomyCapacity = 65536;
+constexpr std::size_t kReals = 16;
+
+template <typename Argument>
+Argument Make(const Pattern& pattern, CallMemory& memory) {
+  if constexpr (std::is_same_v<Argument, int>) {
+    return pattern.number;
+  } else if constexpr (std::is_same_v<Argument, double>) {
+    return pattern.number;
+  } else {
+    if (!pattern.hasPointers) return nullptr;
+    if constexpr (std::is_same_v<Argument, const char*>) {
+      return pattern.text.c_str();
+    } else if constexpr (std::is_same_v<Argument, char*>) {
+      char* buffer = memory.buffers.emplace_back(kRoomyCapacity).Get();
+      *buffer = '\0';
+      return buffer;
+    } else if constexpr (std::is_same_v<Argument, int*>) {
+      return &memory.sizes.emplace_back(static_cast<int>(kRoomyCapacity));
+    } else if constexpr (std::is_same_v<Argument, QmWindow*>) {
+      return &memory.windows.emplace_back(0);
+    } else if constexpr (std::is_same_v<Argument, const ExtDataPair*>) {
+      return nullptr;  // as the module does when it has none
+    } else {
+      return memory.reals.emplace_back(kReals).data();
+    }
+  }
+}
+
+template <typename... Argument>
+int CallWith(int(QM_CDECL* function)(Argument...), [[maybe_unused]] const Pattern& pattern,
+             [[maybe_unused]] CallMemory& memory) {
+  return function(Make<Argument>(pattern, memory)...);
+}
+
+#define QM_IS_REQUIRED true
+#define QM_IS_OPTIONAL false
+#define QM_ROW(need, name, result, parameters, arguments, drawing)                                \
+  {#name, QM_IS_##need, drawing, [](void* function, const Pattern& pattern, CallMemory& memory) { \
+     return CallWith(reinterpret_cast<result(QM_CDECL*) parameters>(function), pattern, memory);  \
+   }},
+#define QM_MODEL_ROW(need, name, result, parameters, arguments) \
+  QM_ROW(need, name, result, parameters, arguments, false)
+#define QM_DRAWING_ROW(need, name, result, parameters, arguments) \
+  QM_ROW(need, name, result, parameters, arguments, true)
+const DriverFunction kFunctions[] = {QM_CAD_FUNCTIONS(QM_MODEL_ROW)
+                                         QM_CAD_2D_FUNCTIONS(QM_DRAWING_ROW)};
+#undef QM_MODEL_ROW
+#undef QM_DRAWING_ROW
+#undef QM_ROW
+
+}  // namespace
+
+GuardedBuffer::GuardedBuffer(std::size_t capacity)
+    : room(capacity + 1), bytes(room + kGuard, kGuardByte) {}
+
+bool GuardedBuffer::IsOverrun() const {
+  return std::any_of(bytes.begin() + static_cast<std::ptrdiff_t>(room), bytes.end(),
+                     [](char byte) { return byte != kGuardByte; });
+}
+
+std::string GuardedBuffer::Text() const {
+  return std::string(bytes.data(), ::strnlen(bytes.data(), room));
+}
+
+bool GuardedBuffer::IsUntouched() const {
+  return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == kGuardByte; });
+}
+
+std::span<const DriverFunction> DriverFunctions() { return kFunctions; }
+
+const DriverFunction* FindDriverFunction(const std::string& name) {
+  for (const DriverFunction& function : kFunctions) {
+    if (function.name == name) return &function;
+  }
+  return nullptr;
+}
+
+}  // namespace tools
