@@ -246,6 +246,75 @@ TEST_F(HostTest, OnePairGivesTwoPartsThatStayTogether) {
   EXPECT_FALSE(store.Exists(wheel));
 }
 
+// The module makes the view's protocol as a copy that names its main protocol and its view, and
+// announces it.
+TEST_F(HostTest, ViewsAreCompletedWhenTheyAreAnnounced) {
+  Order(1, {{"tw", "2.5"}}, "THRJOIN");
+  const std::string bolt = NewProtocol("THRJOIN");
+  Show(bolt);
+  EXPECT_EQ(CallbackList(), bolt);
+  EXPECT_EQ(KeyWord(bolt, "McwViews", "View1"), "nut,NUT");
+  EXPECT_EQ(KeyWord(bolt, "McwViews", "View2"), "washer,WASHER");
+
+  const std::string view = NewProtocol("THRJOIN");
+  {
+    auto record = ProtocolRecord::Open(store, view);
+    record->PutKeyWord("McwViews", "View1", "nut,NUT");
+    record->PutKeyWord("McwViews", "View2", "washer,WASHER");
+    record->PutKeyWord("LinksFrom", "NewView", bolt + "@NewView");
+    record->PutModel("Washer", "washer");
+    record->PutParameter({"d_2", "12", "mm"});
+    // The module holds the main protocol open meanwhile, in this process on the native target.
+    auto held = ProtocolRecord::Open(store, bolt);
+    record.reset();
+    EXPECT_EQ(Number(QM_HOST_ANNOUNCE, {view}), 1);
+    EXPECT_EQ(held->KeyWord("McwViews", "View1"), "nut,NUT");
+  }
+  EXPECT_EQ(Global(view, "Caption"), "Washer 12");
+  EXPECT_EQ(Global(view, "Model"), "Washer");
+  EXPECT_EQ(Parameter(view, "l_1"), "2.5 mm");
+  EXPECT_EQ(Parameter(view, "d_2"), "missing");
+
+  // A user who opens the view changes the whole calculation, and the view with it.
+  Order(2, {{"tw", "3"}}, "THRJOIN", bolt);
+  EXPECT_EQ(Show(view), 1);
+  EXPECT_EQ(CallbackList(), bolt);
+  EXPECT_EQ(Parameter(view, "l_1"), "2.5 mm");
+  EXPECT_EQ(Number(QM_HOST_ANNOUNCE, {view}), 1);
+  EXPECT_EQ(Parameter(view, "l_1"), "3 mm");
+  Order(3, {{"tw", "0"}}, "THRJOIN", bolt);
+  Show(bolt);
+  EXPECT_EQ(KeyWord(bolt, "McwViews", "View2"), "");
+}
+
+TEST_F(HostTest, InchCalculationsAreStoredInInches) {
+  Order(1, {{"units", "1"}, {"d_1", "2"}}, "SHAFT");
+  const std::string shaft = NewProtocol("SHAFT");
+  Show(shaft);
+  EXPECT_EQ(Global(shaft, "Unit"), "in");
+  EXPECT_EQ(Global(shaft, "UnitIsmm"), "0");
+  EXPECT_EQ(Parameter(shaft, "d_1"), "2 in");
+  EXPECT_EQ(Parameter(shaft, "ro"), "7850 kg/m3");
+  Order(2, {{"units", "0"}}, "SHAFT", shaft);
+  Show(shaft);
+  EXPECT_EQ(Global(shaft, "Unit"), "mm");
+  EXPECT_EQ(Parameter(shaft, "d_1"), "50.8 mm");
+}
+
+TEST_F(HostTest, ACamCarriesAsManyPointsAsAProtocolHolds) {
+  Order(1, {{"cPoint", "15000"}}, "CAM");
+  const std::string cam = NewProtocol("CAM");
+  Show(cam);
+  EXPECT_EQ(Answer(1, "Result"), "Calculated");
+  EXPECT_EQ(Global(cam, "TypeOfPart"), "14");
+  EXPECT_EQ(Parameter(cam, "bv"), "40 mm");
+  EXPECT_EQ(Parameter(cam, "l_15000"), "40 mm");
+  EXPECT_EQ(Parameter(cam, "a_7501"), "180 deg");
+  Order(2, {{"cPoint", "12"}}, "CAM", cam);
+  Show(cam);
+  EXPECT_EQ(Parameter(cam, "l_13"), "missing");
+}
+
 TEST_F(HostTest, RefusedInputsChangeNothingButTheMessage) {
   const std::string id = NewProtocol("GEAR1");
   Order(1, {{"z1", "-3"}}, "GEAR1");
@@ -299,7 +368,7 @@ TEST_F(HostTest, ShorterListsLeaveNothingBehind) {
 TEST_F(HostTest, WhatItDoesNotKnowIsNotShown) {
   EXPECT_EQ(Show("NoSuchProtocol"), 0);
   EXPECT_FALSE(store.Exists("NoSuchProtocol"));
-  EXPECT_EQ(Show(NewProtocol("THRJOIN")), 0);
+  EXPECT_EQ(Show(NewProtocol("SPRING")), 0);
   EXPECT_EQ(Show(std::string(400, 'x')), 0);
 
   const std::string old = NewProtocol("SHAFT");

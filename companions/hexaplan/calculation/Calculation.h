@@ -9,12 +9,13 @@
 
 namespace hexaplan {
 
-// Kinds of CAD objects that a calculation can yield, by their protocol number.
-enum class PartKind { Parametric = 2, Shaft = 9, Format = 12 };
+// Kinds of CAD objects that a calculation can yield, by their protocol number. A feature adds
+// material to the part that it belongs to, a cut takes it away.
+enum class PartKind { Parametric = 2, Feature = 7, Cut = 8, Shaft = 9, Format = 12, Cam = 14 };
 
 struct CalculatedPart {
   PartKind kind = PartKind::Parametric;
-  std::string modelId;      // library model without folder and extension
+  std::string modelId;      // library model without folder and extension; of a view: its model key
   std::string viewKey;      // view of the model
   std::string caption;      // description shown in the CAD
   std::string description;  // first column of a bill of materials
@@ -23,6 +24,7 @@ struct CalculatedPart {
   std::string material;
   double mass = 0;                        // kg
   std::vector<DataParameter> parameters;  // inputs and results
+  std::vector<CalculatedPart> views;      // further objects of the same calculation
 };
 
 class Calculation {
@@ -33,8 +35,8 @@ class Calculation {
   virtual const char* Name() const = 0;
   // Protocols of an older layout name the values otherwise.
   virtual bool HasOlderLayout() const { return true; }
-  // Calculates one or more parts; the first belongs to the protocol that was shown. Throws
-  // InputError when the values make no sense.
+  // Calculates one or more parts; the first belongs to the protocol that was shown. Results bear
+  // metric units. Throws InputError when the values make no sense.
   virtual std::vector<CalculatedPart> Run(Inputs& inputs) const = 0;
   // Names of the parameters that are numbered "<name>_<number>"; how many of each there are depends
   // on the inputs.
@@ -42,6 +44,9 @@ class Calculation {
   // What the parameters mean, for the user who looks at one.
   virtual std::vector<std::pair<std::string, std::string>> Descriptions() const = 0;
 };
+
+// Runs a calculation in the units that the inputs choose; its parts are in these units.
+std::vector<CalculatedPart> Calculate(const Calculation& calculation, Inputs& inputs);
 
 // The calculation of a data-file type (the text after "KEELDATA|", any case), null when the host
 // has none.

@@ -16,17 +16,13 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-const std::string* Find(const std::map<std::string, std::string, NameLess>& texts,
-                        const std::string& name) {
+template <typename Text>
+const Text* Find(const std::map<std::string, Text, NameLess>& texts, const std::string& name) {
   const auto found = texts.find(name);
   return found != texts.end() ? &found->second : nullptr;
 }
 
-std::string LimitsText(const Field& field) {
-  std::string text = NumberText(field.least) + " to " + NumberText(field.most);
-  if (std::string_view(field.unit) != "ND") text += std::string(" ") + field.unit;
-  return text;
-}
+constexpr Field kUnits{"units", "ND", 0, 0, 1, "0: millimetres, 1: inches", true};
 
 }  // namespace
 
@@ -56,8 +52,8 @@ bool ParseNumber(std::string_view text, double& value) {
   return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
 }
 
-void Inputs::SetStored(const std::string& name, const std::string& text) {
-  if (!Trimmed(text).empty()) stored[name] = text;
+void Inputs::SetStored(const std::string& name, const std::string& text, const std::string& unit) {
+  if (!Trimmed(text).empty()) stored[name] = {text, unit};
 }
 
 void Inputs::SetOrdered(const std::string& name, const std::string& text) { ordered[name] = text; }
@@ -70,23 +66,43 @@ double Inputs::Read(const Field& field, int number) {
   return Read(field, std::string(field.name) + "_" + std::to_string(number));
 }
 
+void Inputs::ChooseUnits() {
+  units = ReadWhole(kUnits) == 1 ? UnitSystem::Inch : UnitSystem::Metric;
+}
+
+std::string Inputs::Shown(double value, const char* unit) const {
+  return NumberText(value / FactorOf(unit, units));
+}
+
+std::string Inputs::LimitsText(const Field& field) const {
+  std::string text = Shown(field.least, field.unit) + " to " + Shown(field.most, field.unit);
+  if (std::string_view(field.unit) != "ND") text += std::string(" ") + UnitName(field.unit, units);
+  return text;
+}
+
 double Inputs::Read(const Field& field, const std::string& name) {
   asked.insert(name);
-  double value = field.fallback;
+  const double factor = FactorOf(field.unit, units);
+  double given = field.fallback / factor;
   const std::string* text = Find(ordered, name);
-  if (text == nullptr) text = Find(stored, name);
-  if (text != nullptr && !ParseNumber(*text, value)) {
+  const StoredText* kept = Find(stored, name);
+  if (text == nullptr && kept != nullptr) text = &kept->text;
+  if (text != nullptr && !ParseNumber(*text, given)) {
     throw InputError(name,
                      std::string("\"") + *text + "\" is not a number (" + field.meaning + ").");
   }
+  if (text != nullptr && ordered.count(name) == 0) {
+    given *= FactorBetween(field.unit, kept->unit) / factor;
+  }
+  const double value = text != nullptr ? given * factor : field.fallback;
   if (value < field.least || value > field.most) {
     throw InputError(
-        name, NumberText(value) + " is outside " + LimitsText(field) + " (" + field.meaning + ").");
+        name, NumberText(given) + " is outside " + LimitsText(field) + " (" + field.meaning + ").");
   }
   if (field.whole && value != std::floor(value)) {
     throw InputError(name, NumberText(value) + " is not a whole number (" + field.meaning + ").");
   }
-  parameters.push_back({name, NumberText(value), field.unit});
+  parameters.push_back({name, NumberText(given), UnitName(field.unit, units)});
   return value;
 }
 
@@ -94,9 +110,9 @@ void Inputs::Replace(const Field& field, double value) {
   const auto known = std::find_if(parameters.begin(), parameters.end(),
                                   [&](const auto& read) { return read.name == field.name; });
   if (known != parameters.end()) {
-    known->value = NumberText(value);
+    known->value = Shown(value, field.unit);
   } else {
-    parameters.push_back({field.name, NumberText(value), field.unit});
+    parameters.push_back({field.name, Shown(value, field.unit), UnitName(field.unit, units)});
   }
 }
 

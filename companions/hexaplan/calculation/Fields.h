@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hexaplan/calculation/Units.h"
+
 namespace hexaplan {
 
 // A named value as a protocol and the CAD carry it. Dimensionless values have the unit "ND".
@@ -18,7 +20,8 @@ struct DataParameter {
   std::string unit;
 };
 
-// One input of a calculation with the values that make sense for it, limits included.
+// One input of a calculation with the values that make sense for it, limits included, all in the
+// metric unit.
 struct Field {
   const char* name;
   const char* unit;
@@ -51,16 +54,21 @@ bool ParseNumber(std::string_view text, double& value);
 
 class Inputs {
  public:
-  // What the protocol holds; an empty text counts as missing.
-  void SetStored(const std::string& name, const std::string& text);
-  // What was ordered for this run; stands above what is stored.
+  // What the protocol holds, in the unit that it bears there; an empty text counts as missing.
+  void SetStored(const std::string& name, const std::string& text, const std::string& unit = {});
+  // What was ordered for this run, in the units of this run; stands above what is stored.
   void SetOrdered(const std::string& name, const std::string& text);
+
+  // Reads the field "units" and takes the values of this run in these units. Comes before all
+  // other fields.
+  void ChooseUnits();
+  UnitSystem Units() const { return units; }
 
   bool IsGiven(const std::string& name) const;
   bool IsOrdered(const std::string& name) const { return ordered.count(name) != 0; }
 
-  // The value of a field, which becomes part of the parameters read. Throws InputError for a text
-  // that is no number or lies outside the field's limits.
+  // The value of a field in its metric unit; as it was given it becomes part of the parameters
+  // read. Throws InputError for a text that is no number or lies outside the field's limits.
   double Read(const Field& field) { return Read(field, field.name); }
   int ReadWhole(const Field& field) { return static_cast<int>(Read(field)); }
   // The same for a field of a numbered row, "<name>_<number>".
@@ -69,6 +77,9 @@ class Inputs {
   // Replaces the value of a field that was read, or adds it.
   void Replace(const Field& field, double value);
 
+  // A metric value as a text in the units of this run, without the unit's name.
+  std::string Shown(double value, const char* unit) const;
+
   // Everything read so far, in the order of reading.
   const std::vector<DataParameter>& Parameters() const { return parameters; }
 
@@ -76,9 +87,16 @@ class Inputs {
   void RefuseUnknown(const std::string& calculationName) const;
 
  private:
-  double Read(const Field& field, const std::string& name);
+  struct StoredText {
+    std::string text;
+    std::string unit;
+  };
 
-  std::map<std::string, std::string, NameLess> stored;
+  double Read(const Field& field, const std::string& name);
+  std::string LimitsText(const Field& field) const;
+
+  UnitSystem units = UnitSystem::Metric;
+  std::map<std::string, StoredText, NameLess> stored;
   std::map<std::string, std::string, NameLess> ordered;
   std::set<std::string, NameLess> asked;
   std::vector<DataParameter> parameters;

@@ -42,6 +42,16 @@ std::string Numbered(const char* name, int number) {
   return std::string(name) + "_" + std::to_string(number);
 }
 
+// Lengths and places are stored with 8 digits, in inches too: a place at the end of the shaft may
+// come back beyond it by less than this part of its length.
+constexpr double kRounding = 1e-6;
+
+double WithinRounding(double x, const std::vector<ShaftSection>& sections) {
+  double length = 0.0;
+  for (const ShaftSection& section : sections) length += section.length;
+  return std::abs(x - length) < kRounding * length ? length : x;
+}
+
 // A place is given from the left end or, as older protocols have it, within a section; the one
 // that was ordered counts first.
 double ReadPlace(Inputs& inputs, const Field& place, const Field& section, const Field& within,
@@ -51,7 +61,7 @@ double ReadPlace(Inputs& inputs, const Field& place, const Field& section, const
                                inputs.IsOrdered(Numbered(within.name, number));
   const bool relative =
       !ordered && (relativeOrdered || !inputs.IsGiven(Numbered(place.name, number)));
-  if (!relative) return inputs.Read(place, number);
+  if (!relative) return WithinRounding(inputs.Read(place, number), sections);
 
   const int index = static_cast<int>(inputs.Read(section, number));
   if (index > static_cast<int>(sections.size())) {
@@ -60,7 +70,7 @@ double ReadPlace(Inputs& inputs, const Field& place, const Field& section, const
   }
   double x = inputs.Read(within, number);
   for (int i = 0; i + 1 < index; ++i) x += sections[static_cast<std::size_t>(i)].length;
-  return x;
+  return WithinRounding(x, sections);
 }
 
 void ReadSections(Inputs& inputs, ShaftInput& shaft) {
@@ -120,7 +130,7 @@ class ParameterList {
     const auto known = std::find_if(list.begin(), list.end(),
                                     [&](const DataParameter& each) { return each.name == name; });
     if (known != list.end()) {
-      known->value = NumberText(value);
+      *known = {name, NumberText(value), unit};
     } else {
       list.push_back({name, NumberText(value), unit});
     }
@@ -195,7 +205,7 @@ class ShaftCalculation final : public Calculation {
     for (const ShaftSection& section : shaft.sections)
       largest = std::max(largest, section.diameter);
     part.description = "Shaft";
-    part.size = "D" + NumberText(largest) + " L" + NumberText(result.length);
+    part.size = "D" + inputs.Shown(largest, "mm") + " L" + inputs.Shown(result.length, "mm");
     part.caption = part.description + " " + part.size;
     part.material = material.name;
     part.mass = result.mass;

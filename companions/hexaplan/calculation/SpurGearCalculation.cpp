@@ -143,7 +143,7 @@ class SpurGearCalculation final : public Calculation {
 
     std::vector<CalculatedPart> parts;
     for (int g = 0; g < 2; ++g) {
-      if ((wanted & (1 << g)) != 0) parts.push_back(MakePart(input, result, g, common));
+      if ((wanted & (1 << g)) != 0) parts.push_back(MakePart(inputs, input, result, g, common));
     }
     return parts;
   }
@@ -177,7 +177,8 @@ class SpurGearCalculation final : public Calculation {
   }
 
  private:
-  static CalculatedPart MakePart(const GearPairInput& input, const GearPairResult& result, int g,
+  static CalculatedPart MakePart(const Inputs& inputs, const GearPairInput& input,
+                                 const GearPairResult& result, int g,
                                  const std::vector<DataParameter>& common) {
     const GearInput& gear = input.gear[g];
     CalculatedPart part;
@@ -185,8 +186,8 @@ class SpurGearCalculation final : public Calculation {
     part.modelId = "SpurGear";
     part.viewKey = "MODELA_FM";
     part.description = "Spur gear";
-    part.size = "m" + NumberText(input.module) + " z" + std::to_string(gear.teeth) + " b" +
-                NumberText(input.faceWidth);
+    part.size = "m" + inputs.Shown(input.module, "mm") + " z" + std::to_string(gear.teeth) + " b" +
+                inputs.Shown(input.faceWidth, "mm");
     part.caption = part.description + " " + part.size;
     part.subtype = kGearNames[g];
     part.material = gear.material->name;

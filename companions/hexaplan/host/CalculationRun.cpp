@@ -66,6 +66,45 @@ void EraseLeftovers(ProtocolRecord& record, const Calculation& calculation,
   }
 }
 
+std::string ViewKeyword(std::size_t number) { return "View" + std::to_string(number); }
+
+// The keys of the views, "<view>,<model key>", as the module makes their protocols from them.
+void WriteViewList(ProtocolRecord& record, const std::vector<CalculatedPart>& views) {
+  std::size_t number = 1;
+  for (const CalculatedPart& view : views) {
+    record.PutKeyWord(kViewsSection, ViewKeyword(number++).c_str(),
+                      view.viewKey + "," + view.modelId);
+  }
+  while (!record.KeyWord(kViewsSection, ViewKeyword(number).c_str()).empty()) {
+    record.EraseKeyWord(kViewsSection, ViewKeyword(number++).c_str());
+  }
+}
+
+// The main protocol of a view; empty for a protocol that is none. A view holds a copy of the main
+// protocol's list of views, in which it finds itself by its view key.
+std::string MainProtocolOf(const ProtocolRecord& record) {
+  const std::string link = record.KeyWord(kLinksFromSection, kNewView);
+  if (link.empty()) return {};
+  const std::string key = record.ViewKey();
+  for (std::size_t number = 1;; ++number) {
+    const std::string entry = record.KeyWord(kViewsSection, ViewKeyword(number).c_str());
+    if (entry.empty()) return {};
+    if (entry.substr(0, entry.find(',')) == key) return link.substr(0, link.find('@'));
+  }
+}
+
+void GiveStored(const ProtocolRecord& record, Inputs& inputs) {
+  for (const DataParameter& stored : record.Parameters()) {
+    if (!BelongsToCad(stored.name)) inputs.SetStored(stored.name, stored.value, stored.unit);
+  }
+}
+
+// Which of its calculation's parts a protocol is, from 0.
+std::size_t PartIndex(const ProtocolRecord& record) {
+  const std::string number = record.KeyWord(kHostSection, kPartNumber);
+  return static_cast<std::size_t>(std::max(1, std::atoi(number.c_str()))) - 1;
+}
+
 }  // namespace
 
 CalculationRun::CalculationRun(const ProtocolStore& store, Orders orders, std::string modelsFolder)
@@ -77,6 +116,11 @@ RunResult CalculationRun::Run(const std::string& protocolId, RunReason reason) c
   if (!record) {
     result.message = "The protocol \"" + protocolId + "\" cannot be opened.";
     return result;
+  }
+  const std::string mainId = MainProtocolOf(*record);
+  if (!mainId.empty() && mainId != protocolId) {
+    record.reset();
+    return Run(mainId, reason);
   }
   const std::string type = record->DataFileType();
   const Calculation* calculation = FindCalculation(type);
@@ -116,23 +160,20 @@ RunResult CalculationRun::Calculate(const Calculation& calculation, ProtocolReco
   }
 
   Inputs inputs;
-  for (const DataParameter& stored : record.Parameters()) {
-    if (!BelongsToCad(stored.name)) inputs.SetStored(stored.name, stored.value);
-  }
+  GiveStored(record, inputs);
   if (order) {
     for (const auto& [name, text] : order->fields) inputs.SetOrdered(name, text);
   }
-  const std::vector<CalculatedPart> parts = calculation.Run(inputs);
+  const std::vector<CalculatedPart> parts = hexaplan::Calculate(calculation, inputs);
 
   // Which part this protocol is, and where the others are kept.
   std::vector<std::string> members = SplitList(record.KeyWord(kHostSection, kPartList));
-  const std::string numberText = record.KeyWord(kHostSection, kPartNumber);
   std::size_t own = 0;
   if (members.empty()) {
     members.resize(parts.size());
     members[0] = record.Id();
   } else {
-    own = static_cast<std::size_t>(std::max(1, std::atoi(numberText.c_str()))) - 1;
+    own = PartIndex(record);
   }
   if (members.size() != parts.size() || own >= parts.size()) {
     throw InputError("parts", "the number of parts cannot change after the first calculation.");
@@ -158,7 +199,7 @@ RunResult CalculationRun::Calculate(const Calculation& calculation, ProtocolReco
 
   const std::string list = JoinList(members);
   const auto write = [&](ProtocolRecord& target, std::size_t k) {
-    WritePart(target, calculation, parts[k]);
+    WritePart(target, calculation, parts[k], inputs.Units());
     target.PutKeyWord(kHostSection, kPartNumber, std::to_string(k + 1));
     target.PutKeyWord(kHostSection, kPartList, list);
     result.protocols.push_back(target.Id());
@@ -175,8 +216,41 @@ RunResult CalculationRun::Calculate(const Calculation& calculation, ProtocolReco
   return result;
 }
 
+void CalculationRun::CompleteView(const std::string& protocolId) const {
+  auto view = ProtocolRecord::Open(store, protocolId);
+  if (!view) return;
+  const std::string mainId = MainProtocolOf(*view);
+  const auto main = mainId.empty() ? std::nullopt : ProtocolRecord::OpenShared(store, mainId);
+  const Calculation* calculation = main ? FindCalculation(main->DataFileType()) : nullptr;
+  if (calculation == nullptr) return;
+
+  const quillmar::platform::StandardFloatingPoint arithmetic;
+  Inputs inputs;
+  GiveStored(*main, inputs);
+  try {
+    const std::vector<CalculatedPart> parts = hexaplan::Calculate(*calculation, inputs);
+    const std::size_t part = PartIndex(*main);
+    if (part >= parts.size()) return;
+    for (const CalculatedPart& each : parts[part].views) {
+      if (each.viewKey != view->ViewKey()) continue;
+      WriteObject(*view, *calculation, each, inputs.Units());
+      view->PutGlobal("Model", view->ModelId());
+    }
+  } catch (const InputError& error) {
+    view->PutKeyWord(kHostSection, kMessage, error.what());
+  }
+}
+
 void CalculationRun::WritePart(ProtocolRecord& record, const Calculation& calculation,
-                               const CalculatedPart& part) const {
+                               const CalculatedPart& part, UnitSystem units) const {
+  WriteObject(record, calculation, part, units);
+  record.PutGlobal("Model", part.modelId);
+  record.PutModel(part.modelId, part.viewKey);
+  WriteViewList(record, part.views);
+}
+
+void CalculationRun::WriteObject(ProtocolRecord& record, const Calculation& calculation,
+                                 const CalculatedPart& part, UnitSystem units) const {
   record.SetVersion(2, 0);
   record.PutKeyWord("Calc", "CalcName", calculation.Name());
   record.PutGlobal("TypeOfPart", std::to_string(static_cast<int>(part.kind)));
@@ -184,18 +258,17 @@ void CalculationRun::WritePart(ProtocolRecord& record, const Calculation& calcul
   record.PutGlobal("Bom1", part.description);
   record.PutGlobal("Bom2", part.size);
   record.PutGlobal("Bom3", record.Global("Standard"));
-  record.PutGlobal("Model", part.modelId);
   record.PutGlobal("Subtype", part.subtype);
   record.PutGlobal("RefKey", record.Id());
-  record.PutGlobal("Unit", "mm");
-  record.PutGlobal("UnitIsmm", "1");
-  record.PutGlobal("PartUnit", "mm");
+  const std::string unit = UnitName("mm", units);
+  record.PutGlobal("Unit", unit);
+  record.PutGlobal("UnitIsmm", units == UnitSystem::Metric ? "1" : "0");
+  record.PutGlobal("PartUnit", unit);
   record.PutGlobal("Path", modelsFolder);
   record.PutGlobal("GenPartType", "1");
   record.PutGlobal("GenCopyFile", "1");
   record.PutGlobal("Changed", "0");
   record.PutGlobal("FirstRun", "0");
-  record.PutModel(part.modelId, part.viewKey);
   record.PutKeyWord(kMainSection, kView, part.viewKey);
   record.PutKeyWord(kView, kDescription, part.subtype.empty() ? part.description : part.subtype);
   record.PutKeyWord("Material", "Material", part.material);

@@ -30,13 +30,21 @@ class CalculationRun {
   // `modelsFolder` is where library models lie, with a trailing backslash.
   CalculationRun(const ProtocolStore& store, Orders orders, std::string modelsFolder);
 
+  // A view of a calculation is calculated with its main protocol, which is what the result names.
   RunResult Run(const std::string& protocolId, RunReason reason) const;
+
+  // Writes into the protocol of a view what its main protocol's calculation says about it. Other
+  // protocols stay as they are.
+  void CompleteView(const std::string& protocolId) const;
 
  private:
   RunResult Calculate(const Calculation& calculation, ProtocolRecord& record,
                       const std::optional<Order>& order) const;
-  void WritePart(ProtocolRecord& record, const Calculation& calculation,
-                 const CalculatedPart& part) const;
+  void WritePart(ProtocolRecord& record, const Calculation& calculation, const CalculatedPart& part,
+                 UnitSystem units) const;
+  // What parts and views have in common.
+  void WriteObject(ProtocolRecord& record, const Calculation& calculation,
+                   const CalculatedPart& object, UnitSystem units) const;
 
   const ProtocolStore& store;
   Orders orders;

@@ -311,6 +311,7 @@ AutomationValue HostObject::SettingsName(const Arguments& arguments) {
 }
 
 AutomationValue HostObject::Announce(const Arguments& arguments) {
+  calculations.CompleteView(Text(arguments, 0));
   return store.Exists(Text(arguments, 0)) ? 1 : 0;
 }
 

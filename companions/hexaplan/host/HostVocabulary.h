@@ -22,6 +22,11 @@ inline constexpr char kPartNumber[] = "Part";  // which part of its calculation 
 inline constexpr char kPartList[] = "Parts";   // the protocols of all parts, joined by ","
 inline constexpr char kMessage[] = "Message";  // why the last run was refused
 
+// Views of a calculation, and the link of a view to its main protocol, "<identifier>@NewView".
+inline constexpr char kViewsSection[] = "McwViews";
+inline constexpr char kLinksFromSection[] = "LinksFrom";
+inline constexpr char kNewView[] = "NewView";
+
 inline constexpr char kDataSection[] = "Data";
 
 }  // namespace hexaplan

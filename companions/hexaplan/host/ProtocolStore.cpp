@@ -78,6 +78,15 @@ std::optional<ProtocolRecord> ProtocolRecord::Open(const ProtocolStore& store,
   return ProtocolRecord(store.Functions(), buffer);
 }
 
+std::optional<ProtocolRecord> ProtocolRecord::OpenShared(const ProtocolStore& store,
+                                                         const std::string& id) {
+  const bool held = store.Functions().Com_IsProtocolExists(id.c_str()) == QM_PROTOCOL_OPEN;
+  if (!held) return Open(store, id);
+  ProtocolRecord record(store.Functions(), id);
+  record.open = false;
+  return record;
+}
+
 std::optional<ProtocolRecord> ProtocolRecord::CreateNew(const ProtocolStore& store) {
   char buffer[QM_PROTOCOL_ID_BUFFER] = {};
   std::memset(buffer, ' ', QM_NEW_PROTOCOL_BLANKS);
@@ -124,6 +133,18 @@ int ProtocolRecord::MajorVersion() const {
   int major = 0;
   int minor = 0;
   return functions->Com_GetVersion(id.c_str(), &major, &minor) != 0 ? major : 0;
+}
+
+std::string ProtocolRecord::ModelId() const {
+  const auto texts = ReadGrowing<1>(
+      [&](auto& buffers) { return functions->Com_GetModelID(id.c_str(), buffers[0].data()) != 0; });
+  return texts ? (*texts)[0] : std::string();
+}
+
+std::string ProtocolRecord::ViewKey() const {
+  const auto texts = ReadGrowing<1>(
+      [&](auto& buffers) { return functions->Com_GetViewKey(id.c_str(), buffers[0].data()) != 0; });
+  return texts ? (*texts)[0] : std::string();
 }
 
 void ProtocolRecord::PutKeyWord(const char* section, const char* keyword,

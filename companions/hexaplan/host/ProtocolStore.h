@@ -38,6 +38,10 @@ class ProtocolRecord {
  public:
   // Nothing when the protocol cannot be opened. A protocol that does not exist is not made.
   static std::optional<ProtocolRecord> Open(const ProtocolStore& store, const std::string& id);
+  // The same for a protocol that the caller of the host may hold open in this very process: it is
+  // left as open as it was found.
+  static std::optional<ProtocolRecord> OpenShared(const ProtocolStore& store,
+                                                  const std::string& id);
   static std::optional<ProtocolRecord> CreateNew(const ProtocolStore& store);
 
   ProtocolRecord(ProtocolRecord&& other) noexcept;
@@ -53,6 +57,8 @@ class ProtocolRecord {
   // Data-file type: the text behind "|" of "Main"/"DataFile", else of "Files"/"DataFile".
   std::string DataFileType() const;
   int MajorVersion() const;
+  std::string ModelId() const;
+  std::string ViewKey() const;
 
   void PutKeyWord(const char* section, const char* keyword, const std::string& value);
   void EraseKeyWord(const char* section, const char* keyword);
