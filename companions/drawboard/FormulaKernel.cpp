@@ -176,8 +176,15 @@ PolygonIntegrals Integrate(const Profile& profile) {
   return sum;
 }
 
-std::optional<MassProperties> WeighCam(const Profile& profile, double width, double density) {
-  const PolygonIntegrals plane = Integrate(profile);
+// The bore lies in the origin, as the cam's axis does.
+std::optional<MassProperties> WeighCam(const Profile& profile, double width, double bore,
+                                       double density) {
+  PolygonIntegrals plane = Integrate(profile);
+  const double hole = RingArea(bore, 0);
+  plane.area -= hole;
+  plane.perimeter += kPi * bore;
+  plane.xx -= hole * Square(bore) / 16;
+  plane.yy -= hole * Square(bore) / 16;
   if (!(plane.area > 0) || width <= 0) return std::nullopt;
   const double perArea = width * density;
   MassProperties cam;
@@ -221,7 +228,8 @@ class FormulaKernel final : public Kernel {
     const Numbers numbers(part.parameters);
     const double density = DensityOf(numbers, part.unit);
     if (const auto profile = ProfileOf(part, numbers)) {
-      return WeighCam(*profile, numbers.Or("b", kDefaultCamWidth), density);
+      return WeighCam(*profile, numbers.Or("b", kDefaultCamWidth),
+                      std::max(0.0, numbers.Or("dh", 0)), density);
     }
     const auto body = RevolutionOf(numbers);
     if (!body) return std::nullopt;

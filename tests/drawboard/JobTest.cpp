@@ -20,6 +20,9 @@ std::string CalculationWith(const std::string& members) {
   return R"({"calculations": [{"name": "a", )" + members + "}]}";
 }
 
+// A job of one step with these members.
+std::string StepWith(const std::string& members) { return R"({"steps": [{)" + members + "}]}"; }
+
 }  // namespace
 
 TEST(Job, IsReadWithItsDefaults) {
@@ -34,13 +37,29 @@ TEST(Job, IsReadWithItsDefaults) {
             "adnia");
   EXPECT_EQ(job.document, "Session");
   EXPECT_EQ(job.unit, "mm");
-  ASSERT_EQ(job.calculations.size(), 2u);
-  EXPECT_EQ(job.calculations[0].standard, "DIN");
-  EXPECT_EQ(job.calculations[1].standard, "ISO");
+  ASSERT_EQ(job.steps.size(), 3u);
+  EXPECT_EQ(std::get<session::Calculation>(job.steps[0]).standard, "DIN");
+  EXPECT_EQ(std::get<session::Calculation>(job.steps[1]).standard, "ISO");
   const session::Inputs gears = {{"m", "2.5"}, {"z1", "21"}, {"i", "3,0"}};
-  EXPECT_EQ(job.calculations[0].inputs, gears);
-  ASSERT_EQ(job.changes.size(), 1u);
-  EXPECT_EQ(job.changes[0].inputs, (session::Inputs{{"b", "10.0"}}));
+  EXPECT_EQ(std::get<session::Calculation>(job.steps[0]).inputs, gears);
+  EXPECT_EQ(std::get<session::Change>(job.steps[2]).inputs, (session::Inputs{{"b", "10.0"}}));
+}
+
+TEST(Job, StepsAreReadInTheirOrder) {
+  const session::Job job = session::ReadJob(R"({"steps": [
+    {"do": "calculate", "name": "shaft", "calculation": "SHAFT", "inputs": {}},
+    {"do": "settings", "key": "Drawboard\\OptGeneral2", "values": {"a": "%x%", "b": 4294967295}},
+    {"do": "log in again"},
+    {"do": "calculate", "name": "key", "calculation": "KEYWAY", "on": "shaft", "inputs": {}},
+    {"do": "change", "name": "shaft", "inputs": {"d_1": 30}}]})");
+  ASSERT_EQ(job.steps.size(), 5u);
+  const auto& settings = std::get<session::Settings>(job.steps[1]);
+  EXPECT_EQ(settings.key, "Drawboard\\OptGeneral2");
+  EXPECT_EQ(std::get<std::string>(settings.values[0].value), "%x%");
+  EXPECT_EQ(std::get<std::uint32_t>(settings.values[1].value), 0xFFFFFFFFu);
+  EXPECT_TRUE(std::holds_alternative<session::NewLogin>(job.steps[2]));
+  EXPECT_EQ(std::get<session::Calculation>(job.steps[3]).on, "shaft");
+  EXPECT_EQ(std::get<session::Change>(job.steps[4]).name, "shaft");
 }
 
 TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
@@ -51,9 +70,19 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
       {"{\n\"calculations\": [}\n", "The job is not JSON: line 2 is wrong at or just before: }"},
       {"{\"calculations\": [", "The job is not JSON: line 1 is wrong at its end"},
       {"[]", "The job must be a JSON object"},
-      {"{}", "Field \"calculations\": is missing"},
+      {"{}", "Field \"steps\": a job has either steps, or calculations and changes"},
+      {R"({"calculations": [], "steps": []})", "Field \"steps\": a job has either steps, or"},
       {R"({"calculations": []})",
-       "Field \"calculations\": expected a list of at least one calculation, found []"},
+       "Field \"calculations\": expected a list that is not empty, found []"},
+      {StepWith(R"("do": "dance")"),
+       "Field \"steps[0].do\": expected one of \"calculate\", \"change\", \"settings\", "},
+      {StepWith(R"("name": "a")"), "Field \"steps[0].do\": is missing"},
+      {StepWith(R"("do": "log in again", "name": "a")"), "Field \"steps[0].name\": there is no"},
+      {StepWith(R"("do": "settings", "values": {})"), "Field \"steps[0].key\": is missing"},
+      {StepWith(R"("do": "settings", "key": "OptBom", "values": {"a": -1})"),
+       "Field \"steps[0].values.a\": expected a text, or a whole number not below 0, found -1"},
+      {StepWith(R"("do": "calculate", "name": "a", "calculation": "CAM", "on": "b", "inputs": {})"),
+       "Field \"steps[0].on\": expected the name of a calculation before this one, found \"b\""},
       {R"({"calculations": [7]})", "Field \"calculations[0]\": expected an object, found 7"},
       {JobWith(R"("unit": "ft")"), "Field \"unit\": expected \"mm\" or \"in\", found \"ft\""},
       {JobWith(R"("unit": 1)"), "Field \"unit\": expected a text, found 1"},
@@ -63,8 +92,8 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
       {JobWith(R"("name": "\u03b1")"), "Field \"name\": holds a character that Windows-1250 lacks"},
       {JobWith(R"("name": "a\nb")"), "Field \"name\": must not hold control characters"},
       {CalculationWith(R"("inputs": {})"), "Field \"calculations[0].calculation\": is missing"},
-      {CalculationWith(R"("calculation": "CAM", "inputs": {})"),
-       "Field \"calculations[0].calculation\": expected \"GEAR1\" or \"SHAFT\", found \"CAM\""},
+      {CalculationWith(R"("calculation": "SPRING", "inputs": {})"),
+       "Field \"calculations[0].calculation\": expected one of \"GEAR1\", \"SHAFT\", "},
       {CalculationWith(R"("calculation": "SHAFT")"),
        "Field \"calculations[0].inputs\": is missing"},
       {CalculationWith(R"("calculation": "SHAFT", "inputs": [1])"),

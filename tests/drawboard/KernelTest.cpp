@@ -72,10 +72,14 @@ TEST_F(CadAddin, ACamWeighsAsThePrismOfItsProfile) {
   // The same profile from the parameters of a calculation.
   ASSERT_EQ(cad.InsertCamPartEx("C2",
                                 "*view*,M,cPoint,4,l_1,10,a_1,0,l_2,10,a_2,90,l_3,10,a_3,"
-                                "180,l_4,10,a_4,270,b,5",
+                                "180,l_4,10,a_4,270,b,5,dh,8",
                                 Reference("C2").c_str(), "", "", "", nullptr, 0),
             1);
-  EXPECT_NEAR(Ask(cad, "C2").volume, 200 * 5, 1e-9);
+  const Properties bored = Ask(cad, "C2");
+  EXPECT_NEAR(bored.volume, (200 - 16 * kPi) * 5, 1e-9);
+  EXPECT_NEAR(bored.area, 2 * (200 - 16 * kPi) + 5 * (4 * std::sqrt(200) + 8 * kPi), 1e-9);
+  // Of the square less that of the circle, about the axis.
+  EXPECT_NEAR(bored.zz, 5 * kSteel * (200 * 200 / 6.0 - kPi * 4096 / 32), 1e-12);
 }
 
 TEST_F(CadAddin, AnInchDocumentWeighsInPounds) {

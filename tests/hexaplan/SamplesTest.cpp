@@ -29,32 +29,56 @@ void Give(Inputs& inputs, const nlohmann::json& given) {
   }
 }
 
-TEST(Samples, GearboxIsCalculatedAndItsChangesToo) {
-  const auto job = nlohmann::json::parse(Contents("jobs/gearbox.json"));
-  std::map<std::string, std::vector<CalculatedPart>> parts;
-  std::map<std::string, std::string> kinds;
-  for (const auto& each : job.at("calculations")) {
-    Inputs inputs;
-    Give(inputs, each.at("inputs"));
-    kinds[each.at("name")] = each.at("calculation");
-    parts[each.at("name")] = FindCalculation(each.at("calculation"))->Run(inputs);
+// The calculations and changes of a job, whichever form it has.
+std::vector<nlohmann::json> StepsOf(const nlohmann::json& job) {
+  std::vector<nlohmann::json> steps;
+  for (const char* list : {"steps", "calculations", "changes"}) {
+    for (const auto& each : job.value(list, nlohmann::json::array())) {
+      if (each.contains("inputs")) steps.push_back(each);
+    }
   }
-  EXPECT_EQ(parts["gears"].size(), 2u);
+  return steps;
+}
 
-  for (const auto& change : job.at("changes")) {
-    const std::string name = change.at("name");
-    Inputs inputs;
-    for (const DataParameter& each : parts.at(name)[0].parameters) {
-      inputs.SetStored(each.name, each.value);
-    }
-    Give(inputs, change.at("inputs"));
-    const auto changed = FindCalculation(kinds.at(name))->Run(inputs);
-    EXPECT_NE(changed[0].size, parts.at(name)[0].size) << name;
+// A part, or one of its views by the table of models, has its library model.
+void ExpectModel(const CalculatedPart& part) {
+  const bool feature = part.kind == PartKind::Feature || part.kind == PartKind::Cut;
+  const char* extension = feature ? ".dbf" : ".dbp";
+  EXPECT_TRUE(exists(kSamples / "models/Drawboard" / (part.modelId + extension))) << part.modelId;
+  const std::string table = Contents("models/models.ini");
+  for (CalculatedPart view : part.views) {
+    std::smatch model;
+    ASSERT_TRUE(std::regex_search(table, model, std::regex(view.modelId + "=([^\r]*)\r\n")))
+        << view.modelId;
+    view.modelId = model[1];
+    ExpectModel(view);
   }
-  for (const auto& [name, list] : parts) {
-    for (const CalculatedPart& part : list) {
-      EXPECT_TRUE(exists(kSamples / "models/Drawboard" / (part.modelId + ".dbp"))) << part.modelId;
+}
+
+TEST(Samples, JobsAreCalculatedAndTheirChangesToo) {
+  for (const char* file : {"jobs/gearbox.json", "jobs/tour.json"}) {
+    std::map<std::string, std::vector<CalculatedPart>> parts;
+    std::map<std::string, std::string> kinds;
+    for (const auto& step : StepsOf(nlohmann::json::parse(Contents(file)))) {
+      const std::string name = step.at("name");
+      const bool change = parts.count(name) != 0;
+      Inputs inputs;
+      if (change) {
+        for (const DataParameter& each : parts[name][0].parameters) {
+          inputs.SetStored(each.name, each.value, each.unit);
+        }
+      } else {
+        kinds[name] = step.at("calculation");
+      }
+      Give(inputs, step.at("inputs"));
+      const auto calculated = Calculate(*FindCalculation(kinds[name]), inputs);
+      if (change) {
+        EXPECT_NE(calculated[0].size, parts[name][0].size) << name;
+      }
+      for (const CalculatedPart& part : calculated) ExpectModel(part);
+      parts[name] = calculated;
     }
+    EXPECT_EQ(parts["gears"].size(), 2u);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <initializer_list>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "drawboard/CodePage.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::string_view kCalculations[] = {"GEAR1", "SHAFT"};
+constexpr const char* kCalculations[] = {"GEAR1", "SHAFT", "CAM", "THRJOIN", "KEYWAY"};
 
 [[noreturn]] void Refuse(const std::string& field, const std::string& expected) {
   throw JobError(fmt::format("Field \"{}\": {}", field, expected));
@@ -25,7 +26,8 @@ constexpr std::string_view kCalculations[] = {"GEAR1", "SHAFT"};
   Refuse(field, fmt::format("expected {}, found {}", expected, found.dump()));
 }
 
-std::string Quoted(std::initializer_list<const char*> names) {
+template <typename Names>
+std::string Quoted(const Names& names) {
   std::string text;
   for (const char* name : names) text += fmt::format("{}\"{}\"", text.empty() ? "" : ", ", name);
   return text;
@@ -97,58 +99,104 @@ Inputs ReadInputs(const Json& json, const std::string& where) {
   return inputs;
 }
 
-Calculation ReadCalculation(const Json& json, const std::string& field,
-                            const std::string& standard) {
-  CheckObject(json, field, {"name", "calculation", "standard", "inputs"});
+// What the readers of steps need to know of the job.
+struct Reading {
+  std::string standard;           // of calculations that name none
+  std::set<std::string> started;  // names of calculations so far
+};
+
+Step ReadCalculation(const Json& json, const std::string& field, Reading& reading) {
+  CheckObject(json, field, {"name", "calculation", "standard", "on", "inputs"});
   const std::string where = field + ".";
-  Calculation calculation;
-  calculation.name = ReadText(json, where, "name", nullptr);
-  calculation.calculation = ReadText(json, where, "calculation", nullptr);
+  Calculation step;
+  step.name = ReadText(json, where, "name", nullptr);
+  step.calculation = ReadText(json, where, "calculation", nullptr);
   const auto known =
-      std::find(std::begin(kCalculations), std::end(kCalculations), calculation.calculation);
+      std::find(std::begin(kCalculations), std::end(kCalculations), step.calculation);
   if (known == std::end(kCalculations)) {
-    RefuseValue(where + "calculation", "\"GEAR1\" or \"SHAFT\"", json["calculation"]);
+    RefuseValue(where + "calculation", "one of " + Quoted(kCalculations), json["calculation"]);
   }
-  calculation.standard = ReadText(json, where, "standard", standard.c_str());
-  calculation.inputs = ReadInputs(json, where);
-  return calculation;
-}
-
-bool Holds(const std::vector<Calculation>& calculations, const std::string& name) {
-  return std::any_of(calculations.begin(), calculations.end(),
-                     [&](const Calculation& each) { return each.name == name; });
-}
-
-void ReadCalculations(const Json& json, Job& job) {
-  const auto found = json.find("calculations");
-  if (found == json.end()) Refuse("calculations", "is missing");
-  if (!found->is_array() || found->empty()) {
-    RefuseValue("calculations", "a list of at least one calculation", *found);
-  }
-  const std::string standard = ReadText(json, "", "standard", "ISO");
-  for (std::size_t i = 0; i < found->size(); ++i) {
-    const std::string field = fmt::format("calculations[{}]", i);
-    Calculation calculation = ReadCalculation((*found)[i], field, standard);
-    if (Holds(job.calculations, calculation.name)) {
-      Refuse(field + ".name", "another calculation has this name already");
+  step.standard = ReadText(json, where, "standard", reading.standard.c_str());
+  if (json.contains("on")) {
+    step.on = ReadText(json, where, "on", nullptr);
+    if (reading.started.count(step.on) == 0) {
+      RefuseValue(where + "on", "the name of a calculation before this one", json["on"]);
     }
-    job.calculations.push_back(std::move(calculation));
   }
+  step.inputs = ReadInputs(json, where);
+  if (!reading.started.insert(step.name).second) {
+    Refuse(where + "name", "another calculation has this name already");
+  }
+  return step;
 }
 
-void ReadChanges(const Json& json, Job& job) {
-  const auto found = json.find("changes");
+Step ReadChange(const Json& json, const std::string& field, Reading& reading) {
+  CheckObject(json, field, {"name", "inputs"});
+  const std::string name = ReadText(json, field + ".", "name", nullptr);
+  if (reading.started.count(name) == 0) {
+    RefuseValue(field + ".name", "the name of one of the calculations", json["name"]);
+  }
+  return Change{name, ReadInputs(json, field + ".")};
+}
+
+Step ReadSettings(const Json& json, const std::string& field, Reading&) {
+  CheckObject(json, field, {"key", "values"});
+  Settings step;
+  step.key = ReadText(json, field + ".", "key", nullptr);
+  const auto found = json.find("values");
+  if (found == json.end()) Refuse(field + ".values", "is missing");
+  if (!found->is_object()) RefuseValue(field + ".values", "an object of texts and numbers", *found);
+  for (const auto& [name, value] : found->items()) {
+    const std::string place = field + ".values." + name;
+    if (value.is_string()) {
+      step.values.push_back({Bytes(name, place), Bytes(value.get<std::string>(), place)});
+    } else if (value.is_number_unsigned() && value.get<std::uint64_t>() <= UINT32_MAX) {
+      step.values.push_back({Bytes(name, place), value.get<std::uint32_t>()});
+    } else {
+      RefuseValue(place, "a text, or a whole number not below 0", value);
+    }
+  }
+  return step;
+}
+
+Step ReadNewLogin(const Json& json, const std::string& field, Reading&) {
+  CheckObject(json, field, {});
+  return NewLogin{};
+}
+
+using StepReader = Step (*)(const Json& json, const std::string& field, Reading& reading);
+
+// Steps by the word that a job's "do" names them with.
+constexpr std::pair<const char*, StepReader> kSteps[] = {
+    {"calculate", ReadCalculation},
+    {"change", ReadChange},
+    {"settings", ReadSettings},
+    {"log in again", ReadNewLogin},
+};
+
+Step ReadStep(const Json& json, const std::string& field, Reading& reading) {
+  if (!json.is_object()) RefuseValue(field, "an object", json);
+  const std::string word = ReadText(json, field + ".", "do", nullptr);
+  const auto known = std::find_if(std::begin(kSteps), std::end(kSteps),
+                                  [&](const auto& step) { return step.first == word; });
+  if (known == std::end(kSteps)) {
+    std::vector<const char*> words;
+    for (const auto& step : kSteps) words.push_back(step.first);
+    RefuseValue(field + ".do", "one of " + Quoted(words), json["do"]);
+  }
+  Json rest = json;
+  rest.erase("do");
+  return known->second(rest, field, reading);
+}
+
+// Reads the list `key` of the job, each of whose items becomes a step. Without one nothing is read.
+void ReadSteps(const Json& json, const char* key, const std::string& expected, StepReader read,
+               Reading& reading, Job& job) {
+  const auto found = json.find(key);
   if (found == json.end()) return;
-  if (!found->is_array()) RefuseValue("changes", "a list of changes", *found);
+  if (!found->is_array()) RefuseValue(key, expected, *found);
   for (std::size_t i = 0; i < found->size(); ++i) {
-    const std::string field = fmt::format("changes[{}]", i);
-    const Json& each = (*found)[i];
-    CheckObject(each, field, {"name", "inputs"});
-    const std::string name = ReadText(each, field + ".", "name", nullptr);
-    if (!Holds(job.calculations, name)) {
-      RefuseValue(field + ".name", "the name of one of the calculations", each["name"]);
-    }
-    job.changes.push_back({name, ReadInputs(each, field + ".")});
+    job.steps.push_back(read((*found)[i], fmt::format("{}[{}]", key, i), reading));
   }
 }
 
@@ -169,7 +217,8 @@ Json Parse(const std::string& text) {
 Job ReadJob(const std::string& text) {
   const Json json = Parse(text);
   if (!json.is_object()) throw JobError("The job must be a JSON object");
-  CheckObject(json, "", {"name", "document", "unit", "standard", "calculations", "changes"});
+  CheckObject(json, "",
+              {"name", "document", "unit", "standard", "steps", "calculations", "changes"});
   Job job;
   job.name = ReadText(json, "", "name", "Session");
   job.document = ReadText(json, "", "document", "Session");
@@ -180,8 +229,18 @@ Job ReadJob(const std::string& text) {
   if (job.unit != "mm" && job.unit != "in") {
     RefuseValue("unit", "\"mm\" or \"in\"", json["unit"]);
   }
-  ReadCalculations(json, job);
-  ReadChanges(json, job);
+  Reading reading;
+  reading.standard = ReadText(json, "", "standard", "ISO");
+  const bool plain = json.contains("calculations");
+  if (plain == json.contains("steps")) {
+    Refuse("steps", "a job has either steps, or calculations and changes");
+  }
+  ReadSteps(json, "steps", "a list of steps", ReadStep, reading, job);
+  ReadSteps(json, "calculations", "a list of calculations", ReadCalculation, reading, job);
+  if (job.steps.empty()) {
+    RefuseValue(plain ? "calculations" : "steps", "a list that is not empty", Json::array());
+  }
+  ReadSteps(json, "changes", "a list of changes", ReadChange, reading, job);
   return job;
 }
 

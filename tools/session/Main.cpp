@@ -37,7 +37,7 @@ std::string DriveOfThisProgram() {
 
 session::Job LoadJob(const Options& options, const std::string& drive) {
   if (options.job.empty()) {
-    const std::string sample = tools::SystemPath(drive + "\\Drawboard\\gearbox.json").string();
+    const std::string sample = tools::SystemPath(drive + "\\Drawboard\\tour.json").string();
     const auto text = tools::ReadSystemFile(sample);
     if (!text) throw session::JobError("The sample job is not installed: " + sample);
     return session::ReadJob(*text);
@@ -88,13 +88,12 @@ int Run(const Options& options) {
 int main(int count, char** texts) {
   Options options;
   CLI::App app(
-      "Runs a session of the CAD with the calculations of a job: logs in, starts the "
-      "calculations,\n"
-      "lets the calculation host calculate and call back, changes inputs, updates the parts, logs\n"
-      "out. Prints who called whom and the model that then stands in the CAD.\n"
+      "Runs a session of the CAD with the steps of a job: logs in, starts the calculations, lets\n"
+      "the calculation host calculate and call back, changes inputs and options, updates the\n"
+      "parts, logs out. Prints who called whom and the model that then stands in the CAD.\n"
       "Exit status: 0 done, 1 a step failed, 2 the job or an argument is wrong.",
       "session");
-  app.add_option("--job", options.job, "File of the job (JSON); without it the sample gearbox");
+  app.add_option("--job", options.job, "File of the job (JSON); without it the sample tour");
   app.add_option("--out", options.out,
                  "Folder for session.txt, document.json and bom.csv; made when missing");
   app.add_flag("--all-calls", options.allCalls, "Show each call of the stores in the timeline");

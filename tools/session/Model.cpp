@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 
 #include "session/Units.h"
 
@@ -10,6 +11,7 @@ namespace session {
 namespace {
 
 constexpr std::size_t kColumnGap = 3;
+constexpr int kLongestRow = 24;
 
 const DocumentJson* FindObject(const DocumentJson& document, const std::string& name) {
   for (const DocumentJson& object : document["objects"]) {
@@ -22,10 +24,25 @@ std::string Text(const DocumentJson& object, const char* key) {
   return object[key].get<std::string>();
 }
 
+// "<row>_" of a numbered parameter "<row>_<number>", empty for others.
+std::string RowOf(const std::string& name) {
+  const auto end = name.find_last_not_of("0123456789");
+  const bool numbered = end != std::string::npos && end + 1 < name.size() && name[end] == '_';
+  return numbered ? name.substr(0, end + 1) : std::string();
+}
+
+// Of a long row, such as the points of a cam's profile, only the number of values is shown.
 std::vector<std::string> ParameterCells(const DocumentJson& object) {
   const auto units = UnitsOfReference(Text(object, "connection"));
+  std::map<std::string, int> rows;
+  for (const auto& parameter : object["parameters"].items()) ++rows[RowOf(parameter.key())];
   std::vector<std::string> cells;
   for (const auto& [name, value] : object["parameters"].items()) {
+    const std::string row = RowOf(name);
+    if (const int count = row.empty() ? 0 : rows[row]; count > kLongestRow) {
+      if (name == row + "1") cells.push_back(fmt::format("{}1 ... {}{}", row, row, count));
+      continue;
+    }
     const auto unit = units.find(name);
     const bool known = unit != units.end() && !unit->second.empty();
     cells.push_back(fmt::format("{} = {}{}{}", name, value.get<std::string>(), known ? " " : "",
@@ -60,8 +77,16 @@ std::string PropertyLine(const DocumentJson& object, const std::string& unit) {
                      value("CenterOfMassX"), unit);
 }
 
-std::string ObjectText(const DocumentJson& object, const std::string& unit, bool last,
+// Name of the object whose view this one is.
+std::string ViewedObject(const DocumentJson& document, const DocumentJson& object) {
+  const std::string id = Text(object, "viewOf");
+  const auto names = id.empty() ? std::vector<std::string>() : ObjectsOfProtocol(document, id);
+  return names.empty() ? id : names.front();
+}
+
+std::string ObjectText(const DocumentJson& document, const DocumentJson& object, bool last,
                        std::size_t width) {
+  const std::string unit = Text(document, "unit");
   const std::string indent = last ? "     " : "│    ";
   std::string text =
       fmt::format("{}{}  ({})\n", last ? "└─ " : "├─ ", Text(object, "name"), Text(object, "kind"));
@@ -72,6 +97,8 @@ std::string ObjectText(const DocumentJson& object, const std::string& unit, bool
   line("file", Text(object, "file"));
   line("given as", Text(object, "filePath"));
   line("model", Text(object, "modelPath"));
+  line("view of", ViewedObject(document, object));
+  line("feature of", Text(object, "featureOf"));
   line("protocol", Text(object, "protocolId"));
   line("changes", std::to_string(object["changes"].get<int>()));
   line("body", PropertyLine(object, unit));
@@ -94,6 +121,15 @@ std::vector<std::string> ObjectsOfProtocol(const DocumentJson& document,
   return names;
 }
 
+std::vector<std::string> ViewsOfProtocol(const DocumentJson& document,
+                                         const std::string& protocolId) {
+  std::vector<std::string> names;
+  for (const DocumentJson& object : document["objects"]) {
+    if (object["viewOf"] == protocolId) names.push_back(Text(object, "name"));
+  }
+  return names;
+}
+
 int ChangesOf(const DocumentJson& document, const std::string& objectName) {
   const DocumentJson* object = FindObject(document, objectName);
   return object != nullptr ? (*object)["changes"].get<int>() : -1;
@@ -109,7 +145,7 @@ std::string ModelText(const DocumentJson& document, std::size_t width) {
   std::string text = fmt::format("{}  (assembly, {}; {} objects)\n", Text(document, "name"),
                                  Text(document, "unit"), objects.size());
   for (std::size_t i = 0; i < objects.size(); ++i) {
-    text += ObjectText(objects[i], Text(document, "unit"), i + 1 == objects.size(), width);
+    text += ObjectText(document, objects[i], i + 1 == objects.size(), width);
   }
   return text;
 }

@@ -13,6 +13,10 @@ using DocumentJson = nlohmann::ordered_json;
 std::vector<std::string> ObjectsOfProtocol(const DocumentJson& document,
                                            const std::string& protocolId);
 
+// Names of the objects that are views of the calculation of a protocol.
+std::vector<std::string> ViewsOfProtocol(const DocumentJson& document,
+                                         const std::string& protocolId);
+
 // How often an object was changed; -1 when the document has no such object.
 int ChangesOf(const DocumentJson& document, const std::string& objectName);
 

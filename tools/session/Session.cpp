@@ -8,16 +8,23 @@
 #include "common/Place.h"
 #include "drawboard/CodePage.h"
 #include "drawboard/DriveFiles.h"
+#include "platform/Automation.h"
 #include "platform/Messages.h"
+#include "platform/Registry.h"
+#include "quillmar/CalculationHost.h"
 
 namespace session {
 namespace {
+
+namespace platform = quillmar::platform;
 
 constexpr const char* kAddinName = "Drawboard.dll";
 constexpr const char* kModelFolder = "Drawboard";
 constexpr const char* kPartExtension = "dbp";
 constexpr const char* kFeatureExtension = "dbf";
 constexpr const char* kSettingsName = "Drawboard";
+constexpr const char* kModuleKey =
+    "Software\\Kestrova\\Vantorel\\RegistryVersion11.0\\Brastolinex\\";
 
 // Toolbar commands, and shared parts that keep their identity at a change.
 constexpr int kShowFlag = 0x10 | 0x40;
@@ -29,6 +36,31 @@ constexpr auto kHopelessAfter = std::chrono::seconds(1);
 constexpr auto kPumpInterval = std::chrono::milliseconds(5);
 
 std::string Utf8(const std::string& bytes) { return drawboard::ToUtf8(bytes); }
+
+// Calculations of an inch document have inch inputs, unless the job says otherwise.
+Inputs InUnitOf(const Job& job, Inputs inputs) {
+  const bool given = std::any_of(inputs.begin(), inputs.end(),
+                                 [](const auto& input) { return input.first == "units"; });
+  if (job.unit == "in" && !given) inputs.emplace_back("units", "1");
+  return inputs;
+}
+
+bool Store(platform::RegistryHandle& key, const Settings::Value& setting) {
+  if (const auto* text = std::get_if<std::string>(&setting.value)) {
+    return key.Set(setting.name, platform::RegistryType::Text, *text + '\0');
+  }
+  std::uint32_t number = std::get<std::uint32_t>(setting.value);
+  std::string bytes;
+  for (int i = 0; i < 4; ++i, number >>= 8) bytes += static_cast<char>(number & 0xFF);
+  return key.Set(setting.name, platform::RegistryType::Dword, bytes);
+}
+
+std::string ValueText(const Settings::Value& setting) {
+  if (const auto* text = std::get_if<std::string>(&setting.value)) {
+    return fmt::format("\"{}\"", Utf8(*text));
+  }
+  return std::to_string(std::get<std::uint32_t>(setting.value));
+}
 
 // What earlier sessions left in the CAD's folders.
 void RemoveOldDocuments(const std::string& drive) {
@@ -75,8 +107,9 @@ void Session::KeepDocument() {
 void Session::RunSteps() {
   BeginDocument();
   LogIn();
-  for (const Calculation& calculation : job.calculations) Start(calculation);
-  for (const Change& change : job.changes) Apply(change);
+  for (const Step& step : job.steps) {
+    std::visit([&](const auto& kind) { Perform(kind); }, step);
+  }
   LogOut();
 }
 
@@ -101,9 +134,20 @@ void Session::LogIn() {
   tell("Logged in");
 }
 
-void Session::Start(const Calculation& calculation) {
+void Session::Select(const std::string& calculationName) {
+  std::string name;
+  if (!calculationName.empty()) {
+    name = *drawboard::FromUtf8(started[calculationName].objects.front());
+  }
+  Require(cad.call.Drawboard_Select(name.c_str()), "The CAD cannot select a part");
+}
+
+void Session::Perform(const Calculation& calculation) {
   const std::string what = fmt::format("The calculation \"{}\"", Utf8(calculation.name));
-  const std::string order = orders.Write(calculation.calculation, {}, calculation.inputs);
+  timeline.Title(fmt::format("{}: calculate {}", Utf8(calculation.name), calculation.calculation));
+  Select(calculation.on);
+  const std::string order =
+      orders.Write(calculation.calculation, {}, InUnitOf(job, calculation.inputs));
   if (order.empty()) Fail(what + ": its inputs cannot be written for the calculation host");
   timeline.Call("StartCalculation",
                 fmt::format("\"{}\", \"{}\"", calculation.calculation, Utf8(calculation.standard)),
@@ -118,10 +162,12 @@ void Session::Start(const Calculation& calculation) {
       return !ObjectsOfProtocol(document, id).empty();
     });
   });
-  std::vector<std::string>& names = parts[calculation.name];
+  std::vector<std::string>& names = started[calculation.name].objects;
+  started[calculation.name].calculation = calculation.calculation;
   const DocumentJson document = Document();
   for (const std::string& id : protocols) {
     for (std::string& name : ObjectsOfProtocol(document, id)) names.push_back(std::move(name));
+    for (std::string& name : ViewsOfProtocol(document, id)) names.push_back(std::move(name));
   }
   tell(fmt::format("\"{}\" is calculated; in the CAD stand {}", Utf8(calculation.name),
                    ListOf(names)));
@@ -129,15 +175,14 @@ void Session::Start(const Calculation& calculation) {
 
 // As a user does who opens the calculation behind a part: the add-in hands the part's protocol to
 // the module, then lets the host show it.
-void Session::Apply(const Change& change) {
+void Session::Perform(const Change& change) {
   const std::string what = fmt::format("The change of \"{}\"", Utf8(change.name));
-  const std::vector<std::string>& names = parts[change.name];
-  const auto calculation =
-      std::find_if(job.calculations.begin(), job.calculations.end(),
-                   [&](const Calculation& each) { return each.name == change.name; });
+  timeline.Title(fmt::format("{}: change inputs", Utf8(change.name)));
+  const Started& calculation = started[change.name];
+  const std::vector<std::string>& names = calculation.objects;
   const DocumentJson before = Document();
   const std::string protocolId = ProtocolOf(before, names.front());
-  const std::string order = orders.Write(calculation->calculation, protocolId, change.inputs);
+  const std::string order = orders.Write(calculation.calculation, protocolId, change.inputs);
   if (order.empty()) Fail(what + ": its inputs cannot be written for the calculation host");
   const std::string partName = *drawboard::FromUtf8(names.front());
   Require(timeline.Call("ObtainProtocol", ListOf({names.front()}),
@@ -154,6 +199,29 @@ void Session::Apply(const Change& change) {
   });
   tell(fmt::format("\"{}\" is recalculated; updated in the CAD are {}", Utf8(change.name),
                    ListOf(names)));
+}
+
+void Session::Perform(const Settings& settings) {
+  timeline.Title(fmt::format("options of the user: {}", Utf8(settings.key)));
+  const std::string path = std::string(kModuleKey) + settings.key;
+  auto key = platform::CreateKey(platform::Hive::CurrentUser, path);
+  if (!key) Fail(fmt::format("The options {} cannot be written", Utf8(path)));
+  for (const Settings::Value& each : settings.values) {
+    if (!Store(*key, each)) Fail(fmt::format("The option {} cannot be written", Utf8(each.name)));
+    tell(
+        fmt::format("Option {} \"{}\" = {}", Utf8(settings.key), Utf8(each.name), ValueText(each)));
+  }
+}
+
+// The calculation host ends a moment after the logout has asked it to. A login before that would
+// find a host that is about to leave.
+void Session::Perform(const NewLogin&) {
+  timeline.Title("log in again");
+  LogOut();
+  platform::InitializeAutomation();
+  PumpUntil([] { return platform::FindActiveObject(QM_HOST_CLASS_ID) == nullptr; },
+            [] { return false; });
+  LogIn();
 }
 
 void Session::LogOut() {
@@ -189,7 +257,7 @@ void Session::AwaitDocument(const std::string& what, const std::string& expected
 bool Session::PumpUntil(const std::function<bool()>& done, const std::function<bool()>& hopeless) {
   const auto start = std::chrono::steady_clock::now();
   for (;;) {
-    quillmar::platform::PumpMessages();
+    platform::PumpMessages();
     if (done()) return true;
     const auto waited = std::chrono::steady_clock::now() - start;
     if (waited > setup.patience || (waited > kHopelessAfter && hopeless())) return false;

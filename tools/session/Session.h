@@ -1,5 +1,5 @@
-// A whole session: log in, start the calculations, let the host calculate and call back, change
-// inputs, update, log out. Everything happens through the module's exports, as in a real CAD.
+// A whole session: log in, carry out the steps of a job, log out. Everything happens through the
+// module's exports, as in a real CAD.
 #pragma once
 
 #include <chrono>
@@ -39,9 +39,15 @@ class Session {
   void KeepDocument();
   void BeginDocument();
   void LogIn();
-  void Start(const Calculation& calculation);
-  void Apply(const Change& change);
   void LogOut();
+
+  void Perform(const Calculation& calculation);
+  void Perform(const Change& change);
+  void Perform(const Settings& settings);
+  void Perform(const NewLogin& step);
+
+  // Lets the user select the first part of a calculation; an empty name selects nothing.
+  void Select(const std::string& calculationName);
 
   // Waits, while messages are dispatched, until the host has answered; throws when it refuses.
   std::vector<std::string> AwaitAnswer(const std::string& what, const std::string& order);
@@ -62,7 +68,11 @@ class Session {
   Orders orders;
   Cad cad;
   std::optional<Module> module;
-  std::map<std::string, std::vector<std::string>> parts;  // object names by calculation
+  struct Started {
+    std::string calculation;           // data-file type
+    std::vector<std::string> objects;  // names in the CAD's document, UTF-8
+  };
+  std::map<std::string, Started> started;  // by the names of the job
   std::string documentText;
 };
 

@@ -73,6 +73,8 @@ std::int64_t Timeline::Now() const {
       .count();
 }
 
+void Timeline::Title(const std::string& text) { titles.emplace_back(Now(), text); }
+
 std::size_t Timeline::Begin(const char* function, const std::string& arguments) {
   TracedCall call;
   call.microseconds = Now();
@@ -96,17 +98,26 @@ std::string Timeline::Text(bool all, std::size_t width) const {
     return left.microseconds < right.microseconds;
   });
   std::string text;
+  auto title = titles.cbegin();
+  const auto tellTitles = [&](std::int64_t until) {
+    for (; title != titles.cend() && title->first <= until; ++title) {
+      text += fmt::format("-- {}\n", title->second);
+    }
+  };
   for (auto call = calls.cbegin(); call != calls.cend();) {
+    tellTitles(call->microseconds);
     if (all || !IsStore(*call)) {
       text += CallLine(*call++, width);
       continue;
     }
     const auto end = std::find_if(call, calls.cend(), [&](const TracedCall& each) {
-      return !IsStore(each) || each.from != call->from;
+      const bool inNextStep = title != titles.cend() && title->first <= each.microseconds;
+      return !IsStore(each) || each.from != call->from || inNextStep;
     });
     text += StoreLine(call, end, width);
     call = end;
   }
+  tellTitles(Now());
   return text;
 }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "recorder/TraceControl.h"
@@ -16,6 +17,9 @@ class Timeline {
  public:
   // Begins a new trace. Must be made before any companion is loaded.
   explicit Timeline(const std::filesystem::path& traceFolder);
+
+  // Begins a step of the session, under which the calls that follow are shown.
+  void Title(const std::string& text);
 
   // Runs a call of the module and notes it. `arguments` are for people.
   template <typename Operation>
@@ -39,6 +43,7 @@ class Timeline {
   quillmar::recorder::TraceReader reader;
   std::chrono::system_clock::time_point start;
   std::vector<quillmar::recorder::TracedCall> own;
+  std::vector<std::pair<std::int64_t, std::string>> titles;  // when each step began
 };
 
 }  // namespace session
