@@ -71,6 +71,7 @@ class Board {
 
   Answers answers;
   std::vector<std::string> messages;
+  std::string previewed;  // path that the last preview was begun with
 
  private:
   std::string DocumentPath(const std::string& path) const;

@@ -1,5 +1,9 @@
 // 2D: drawings, symbols, formats, and the files that the CAD draws of its document.
+#include <charconv>
 #include <cmath>
+#include <optional>
+#include <string_view>
+#include <vector>
 
 #include "drawboard/BoardError.h"
 #include "drawboard/DriveFiles.h"
@@ -74,6 +78,37 @@ int ChangeOnSheet(const SheetCall& call) {
   return 1;
 }
 
+// Drawings of a user part bear the path of its preview and a number. Which one this is; nothing for
+// any other drawing.
+std::optional<std::size_t> SheetNumber(const std::string& previewed, const std::string& fileName) {
+  constexpr std::string_view kExtension = ".dxf";
+  if (previewed.empty() || !fileName.starts_with(previewed) || !fileName.ends_with(kExtension)) {
+    return std::nullopt;
+  }
+  const std::string digits =
+      fileName.substr(previewed.size(), fileName.size() - previewed.size() - kExtension.size());
+  std::size_t number = 0;
+  const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  if (end.ec != std::errc() || end.ptr != digits.data() + digits.size()) return std::nullopt;
+  return number;
+}
+
+// The whole document first, then each object by itself when there are several.
+Outlines DrawSheet(const Document& document, const Kernel& kernel, std::size_t number) {
+  std::vector<Outlines> sheets{DrawDocument(document, kernel)};
+  if (sheets[0].empty()) throw BoardError("The document has nothing to draw");
+  for (const BoardObject& object : document.objects) {
+    Document alone;
+    alone.unit = document.unit;
+    alone.objects.push_back(object);
+    Outlines outlines = DrawDocument(alone, kernel);
+    if (!outlines.empty()) sheets.push_back(std::move(outlines));
+  }
+  if (sheets.size() == 2) sheets.pop_back();
+  if (number >= sheets.size()) throw BoardError("The document has no further drawing");
+  return sheets[number];
+}
+
 }  // namespace
 
 namespace driver {
@@ -118,7 +153,10 @@ int ChangeFormat(const char* drawingFile, const char* protocolId, const char* co
 
 int CreateDxfFile(const char* fileName) {
   Board& board = TheAddin().board;
-  const std::string text = OutlinesToDxf(DrawDocument(board.Current(), board.Geometry()));
+  const auto number = SheetNumber(board.previewed, TextOf(fileName));
+  const std::string text =
+      OutlinesToDxf(number ? DrawSheet(board.Current(), board.Geometry(), *number)
+                           : DrawDocument(board.Current(), board.Geometry()));
   if (!WriteWholeFile(TextOf(fileName), text)) {
     throw BoardError("Cannot write \"" + TextOf(fileName) + "\"");
   }
@@ -132,6 +170,7 @@ int CreatePreview(char* fileName) {
   const std::string text = OutlinesToSvg(DrawDocument(board.Current(), board.Geometry()));
   if (!WriteWholeFile(path, text)) throw BoardError("Cannot write \"" + path + "\"");
   GiveText(path, fileName, begin.size() + kPreviewRoom + 1);
+  board.previewed = begin;
   return 1;
 }
 

@@ -12,6 +12,15 @@
 
 /* X(name, convention, result, (parameters), (argument names)).
  *
+ * AddUTDXFPart      asks the user for a name, has the CAD write the open document as a picture and
+ *                   as DXF files, and starts the data wizard on them. 1, also when there was no
+ *                   drawing and nothing was started; 0 when the user cancelled or the picture
+ *                   failed.
+ * AddUTPart         the same with one DXF file, translated into a LISP description from a point that
+ *                   the user picks. 1 when the data wizard was told to start, 0 otherwise.
+ * CallFem           has the CAD draw the open document and lets the host show the finite-element
+ *                   calculation of the drawing; 1, or 0 on a failure before the host is told. The
+ *                   drawing is a temporary file named in the protocol.
  * CallOptim         lets the optimizer run the calculation of the object that is selected in the
  *                   CAD, or the group that the object stands for; 1, or 0 when nothing is selected
  *                   that could be optimized.
@@ -62,6 +71,8 @@
  *                   and the caption four times are enough) are buffers of the caller; `caption` is
  *                   what the user sees, a null pointer gives none. 1, or 0 when something could not
  *                   be written; the protocol stays in the store either way.
+ * DataWizard        starts the data wizard on a description of the part that is selected in the CAD;
+ *                   1 when it was started.
  * DoWDOperation     asks the add-in for the data of the data wizard (driver function GetDataWD)
  *                   and starts the wizard on them. The three numbers are passed on to the wizard as
  *                   they are. No result; without GetDataWD nothing happens.
@@ -84,6 +95,12 @@
  * GetAssemblyPath   asks the add-in for the file path of the active assembly; `path` is a buffer
  *                   of 1024 characters. The add-in's result; 0 when it does not offer it.
  * GetCadHinstance   module handle of the add-in, null before LoginCad.
+ * GetDataValues     data parameters of a protocol that is given as reference text.
+ *                     names    of the parameters wanted, joined by ","
+ *                     out      "name,value,unit" of each that the protocol has, joined by ",";
+ *                              commas in values are "<VXCOMMA>". Buffer of `outSize` characters, the
+ *                              NUL included; untouched when the text does not fit
+ *                   Length of the text, 0 when the reference text is none.
  * GetPartInformation
  *                   what the part of the protocol would be inserted (change 0) or changed as:
  *                   *local is 1 for a part made for this design only; `modelPath`, `filePath` and
@@ -99,6 +116,8 @@
  *                   group, 0 when the text is no reference. `calculationName` (buffer of the
  *                   caller) and `partType` (1 drawing, 2 and 4 to 7 models and features, 3
  *                   parametric part, 8 calculation, 9 shaft, 10 cam, 0 any other) may be null.
+ * ImportWizard      starts the import wizard on a file; type and units are the wizard's own numbers.
+ *                   Always 1.
  * InitSolution      begins the solution of the protocol's links in the host; the host's answer, 0
  *                   when it cannot be reached.
  * IsFeaturePositive 1 for a feature, and *positive says whether it adds material (1) or takes it
@@ -181,6 +200,9 @@
  */
 /* clang-format off */
 #define QM_EXPORTS(X)                                                                             \
+  X(AddUTDXFPart, QM_CDECL, int, (void), ())                                                      \
+  X(AddUTPart, QM_CDECL, int, (void), ())                                                         \
+  X(CallFem, QM_CDECL, int, (void), ())                                                           \
   X(CallOptim, QM_CDECL, int, (void), ())                                                         \
   X(CallOptimGM, QM_CDECL, int, (const char* protocolId), (protocolId))                           \
   X(CallUTFunction, QM_CDECL, int, (int number), (number))                                        \
@@ -202,6 +224,7 @@
   X(CreateUniqueCopy, QM_CDECL, int, (void), ())                                                  \
   X(CreateUserProtocol, QM_CDECL, int,                                                            \
     (char* protocolId, char* reference, const char* caption), (protocolId, reference, caption))   \
+  X(DataWizard, QM_CDECL, int, (void), ())                                                        \
   X(DoWDOperation, QM_CDECL, void, (int first, int second, int third), (first, second, third))    \
   X(EditLinks, QM_CDECL, int, (const char* protocolId), (protocolId))                             \
   X(EditOneLink, QM_CDECL, int, (const char* protocolId, const char* link), (protocolId, link))   \
@@ -213,6 +236,9 @@
     (reference, list, capacity))                                                                  \
   X(GetAssemblyPath, QM_CDECL, int, (char* path), (path))                                         \
   X(GetCadHinstance, QM_CDECL, QmModule, (void), ())                                              \
+  X(GetDataValues, QM_CDECL, int,                                                                 \
+    (const char* referenceText, const char* names, char* out, int outSize),                       \
+    (referenceText, names, out, outSize))                                                         \
   X(GetPartInformation, QM_STDCALL, int,                                                          \
     (const char* protocolId, int change, int modelChanged, int* local, char* modelPath,           \
      char* filePath, char* caption),                                                              \
@@ -223,6 +249,8 @@
   X(GetProtocolType, QM_CDECL, int,                                                               \
     (const char* reference, char* calculationName, int* partType),                                \
     (reference, calculationName, partType))                                                       \
+  X(ImportWizard, QM_CDECL, int, (int type, int units, const char* fileName),                     \
+    (type, units, fileName))                                                                      \
   X(InitSolution, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
   X(IsFeaturePositive, QM_CDECL, int, (const char* protocolId, int* positive),                    \
     (protocolId, positive))                                                                       \

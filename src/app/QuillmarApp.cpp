@@ -55,7 +55,8 @@ QuillmarApp::QuillmarApp(QmModule self)
       notifications(services, session, ipc, measurement),
       callbackWindow(*this),
       helperWindow(*this),
-      queue(commands, [this] { callbackWindow.Post(callFunctionMessage); }) {}
+      queue(commands, [this] { callbackWindow.Post(callFunctionMessage); }),
+      userParts(services) {}
 
 QuillmarApp::~QuillmarApp() = default;
 
@@ -113,6 +114,7 @@ void QuillmarApp::ShutDown() {
   measurement.Release();
   standards.Clear();
   tags.Clear();
+  userParts.Unbind();
   libraries.Free();
   bolted.Unbind();
   ipc.Unbind();
@@ -128,6 +130,7 @@ void QuillmarApp::Abandon() {
   callbackWindow.Abandon();
   helperWindow.Abandon();
   host.Detach();
+  userParts.Abandon();
   libraries.Abandon();
   bolted.Abandon();
   ipc.Abandon();

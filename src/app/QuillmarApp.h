@@ -15,6 +15,7 @@
 #include "parts/PartServices.h"
 #include "platform/Messages.h"
 #include "session/CadStandards.h"
+#include "userparts/UserParts.h"
 
 namespace quillmar {
 
@@ -44,6 +45,7 @@ class QuillmarApp {
   // Shows or hides the toolbar, which is the callback window. Its commands can be chosen when the
   // session's caller allows it.
   void ShowToolbar(bool show);
+  UserParts& TheUserParts() { return userParts; }
 
  private:
   // A window that hides itself whenever somebody shows it, and hands on the suite's messages.
@@ -119,6 +121,7 @@ class QuillmarApp {
   CallbackWindow callbackWindow;
   SelfHidingWindow helperWindow;
   QueuedFunctions queue;
+  UserParts userParts;
 
   unsigned callbackMessage = 0;
   unsigned callFunctionMessage = 0;

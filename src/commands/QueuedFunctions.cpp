@@ -7,6 +7,7 @@
 #include "commands/LinkRefresh.h"
 #include "commands/ProtocolCopies.h"
 #include "commands/QueuedCommands.h"
+#include "userparts/DesktopTemplate.h"
 
 namespace quillmar {
 namespace {
@@ -18,6 +19,8 @@ int CommandZero(const CommandContext& context) {
 int ConnectAssembly(const CommandContext& context) {
   return ConnectNewAssemblyProtocol(context) ? 1 : 0;
 }
+
+int StartDataWizard(const CommandContext& context) { return DataWizard(context.services); }
 
 int MakeUnique(const CommandContext& context) { return CreateUniqueCopy(context.services) ? 1 : 0; }
 
@@ -42,7 +45,7 @@ constexpr Row kFunctions[] = {
     {103, "recalculate as independent part", &RecalculateAsIndependentPart},
     {kRefreshAllLinks, "RefreshAllLinks", &RefreshAllLinks},
     {kUpdateExtendedData, "UpdateExtendedData", nullptr},
-    {4003, "DataWizard", nullptr},
+    {4003, "DataWizard", &StartDataWizard},
     {4004, "CreateUniqueCopy", &MakeUnique},
 };
 

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <variant>
 
 namespace quillmar::platform {
 
@@ -11,6 +13,12 @@ namespace quillmar::platform {
 // whichever of caller and callee removed how many of them. Returns the result register; who
 // expects a 16-bit result takes its lower half.
 int CallForeign(void* function, const std::uintptr_t* words, std::size_t count);
+
+// A word, or a real, which travels in each target's own way.
+using ForeignArgument = std::variant<std::uintptr_t, double>;
+
+// The same for functions that take reals among their arguments, four at most.
+int CallForeign(void* function, std::span<const ForeignArgument> arguments);
 
 inline std::uintptr_t Word(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);

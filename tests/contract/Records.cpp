@@ -145,6 +145,11 @@ Record& Record::SetViewKey(const std::string& key) {
   return *this;
 }
 
+Record& Record::SetVersion(int major, int minor) {
+  EXPECT_NE(Com().Com_SetVersion(id.c_str(), major, minor), 0);
+  return *this;
+}
+
 Record& Record::SetParameter(const char* name, const std::string& value, const std::string& unit) {
   EXPECT_NE(Com().Com_PutDataParam(id.c_str(), name, value.c_str(), unit.c_str()), 0) << name;
   return *this;

@@ -40,6 +40,7 @@ class Record {
   Record& SetGlobal(const char* item, const std::string& value);
   Record& SetModelId(const std::string& model);
   Record& SetViewKey(const std::string& key);
+  Record& SetVersion(int major, int minor);
   Record& SetMember(const std::string& member);
   Record& SetLinkFrom(const char* name, const std::string& text);
   Record& SetParameter(const char* name, const std::string& value, const std::string& unit);

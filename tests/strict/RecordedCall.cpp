@@ -17,6 +17,9 @@ const std::map<std::string, std::size_t> kFixedCapacities = {
     {"GetAssemblyName.name", 260}, {"GetAssemblyPath.path", 1024}, {"GetDataWD.second", 10000},
 };
 
+// Text outputs that go in as well, and the characters of room behind what goes in.
+const std::map<std::string, std::size_t> kRoomBehind = {{"CreatePreview.fileName", 10}};
+
 // Functions that report the length of their list at the first call and succeed: the text itself is
 // fetched by another function.
 const std::set<std::string> kLengthOnly = {"GetPart"};
@@ -122,8 +125,11 @@ void RecordedCall::Take(const ExtDataPair* given) {
 
 void RecordedCall::Take(char* text) {
   const std::string name = NextName();
-  Note(text == nullptr ? "(null)" : "out");
+  const auto room = kRoomBehind.find(function + "." + name);
+  const bool goesIn = text != nullptr && room != kRoomBehind.end();
+  Note(text == nullptr ? "(null)" : goesIn ? text : "out");
   if (text == nullptr) return Violate("null " + name);
+  if (goesIn) text[std::strlen(text) + room->second] = '\0';
   texts.push_back({text, name});
 }
 
@@ -210,7 +216,8 @@ bool RecordedCall::HandOutList(const ListOutput& list) {
 }
 
 int RecordedCall::Finish() {
-  const char* answer = Core().Strict_Answer(function.c_str());
+  const char* answer = Core().Strict_Answer((function + "(" + key + ")").c_str());
+  if (answer == nullptr) answer = Core().Strict_Answer(function.c_str());
   int result = answer == nullptr ? 1 : std::atoi(answer);
   if (!sound || Core().Strict_CallRefused(call) != 0) result = 0;
   if (result == 0) {

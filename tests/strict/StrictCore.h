@@ -38,6 +38,8 @@
  * Strict_SetAnswer        lays an answer down; null takes it back. Keys:
  *                           "<function>"                    result; a storage or link function
  *                                                           given 0 fails without an effect
+ *                           "<function>(<text>)"            result when the first text argument of
+ *                                                           a driver function is <text>
  *                           "<function>.<argument>"         what an output argument receives
  *                           "<function>.again"              given 0, the second call for a list
  *                                                           fails too

@@ -1,5 +1,9 @@
 #include "platform/ForeignCall.h"
 
+#include <array>
+#include <bit>
+#include <vector>
+
 // Written in assembly because the compiler counts on the stack pointer that a call leaves behind.
 // Offsets from ebp: 8 function, 12 words, 16 count.
 //  - Eight zero words lie above the arguments: a callee with a longer list reads zeros there, and
@@ -62,6 +66,22 @@ namespace quillmar::platform {
 
 int CallForeign(void* function, const std::uintptr_t* words, std::size_t count) {
   return QuillmarCallForeign(function, words, count);
+}
+
+// A real takes two words, the lower half first.
+int CallForeign(void* function, std::span<const ForeignArgument> arguments) {
+  std::vector<std::uintptr_t> words;
+  for (const ForeignArgument& argument : arguments) {
+    if (const auto* word = std::get_if<std::uintptr_t>(&argument)) {
+      words.push_back(*word);
+      continue;
+    }
+    for (const auto half :
+         std::bit_cast<std::array<std::uintptr_t, 2>>(std::get<double>(argument))) {
+      words.push_back(half);
+    }
+  }
+  return CallForeign(function, words.data(), words.size());
 }
 
 }  // namespace quillmar::platform
