@@ -119,8 +119,7 @@ int DataWizard(const PartServices& services) {
   model.id = SelectedPart(services.driver);
   if (model.id.empty()) return 0;
   int inch = 0;
-  services.driver.IsInchUserPart(model.id.c_str(), &inch);
-  model.isInch = inch != 0;
+  model.isInch = services.driver.IsInchUserPart(model.id.c_str(), &inch) != 0 && inch != 0;
   model.variables = ReadVariables(services, model);
   const std::string file = WriteDesktopTemplate(services, model);
   if (file.empty()) return 0;

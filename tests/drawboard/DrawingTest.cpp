@@ -54,6 +54,23 @@ TEST_F(CadAddin, DxfAndPreviewShowTheOutlinesOfTheModel) {
   EXPECT_EQ(cad.CreateDxfFile((folder + "\\picture.svg\\x.dxf").c_str()), 0);
 }
 
+TEST_F(CadAddin, DrawingsOfAUserPartEnd) {
+  const std::string begin = folder + "\\Lever";
+  const auto draws = [&](const std::string& rest) {
+    return cad.CreateDxfFile((begin + rest + ".dxf").c_str());
+  };
+  std::string buffer = begin + std::string(11, '\0');
+  ASSERT_EQ(cad.CreatePreview(buffer.data()), 1);
+  EXPECT_EQ(draws("0"), 0) << "nothing to draw";
+  ASSERT_EQ(InsertWheel("P1", "", "*view*,M,d,100,dh,20,b,10"), 1);
+  EXPECT_EQ(draws("0"), 1);
+  EXPECT_EQ(draws("1"), 0);
+  ASSERT_EQ(InsertWheel("P2", "", "*view*,M,d,60,b,10"), 1);
+  for (const char* number : {"0", "1", "2", "", "x"}) EXPECT_EQ(draws(number), 1) << number;
+  EXPECT_EQ(draws("3"), 0);
+  EXPECT_NE(drawboard::ReadWholeFile(begin + "1.dxf"), drawboard::ReadWholeFile(begin + "2.dxf"));
+}
+
 TEST_F(CadAddin, AnImportedModelAndItsPartFileBelongToTheDocument) {
   const std::string model = folder + "\\temp.c3d";
   ASSERT_TRUE(drawboard::WriteWholeFile(model, "solid"));
