@@ -24,7 +24,7 @@ short QM_STDCALL ShaftParam(const char*, const char* name, char* value, char* un
 
 void Convert(benchmark::State& state, int fromMajor, int toMajor) {
   const TemporaryMachine machine;
-  StorageTable storage = InstantStorage(0);
+  StorageTable storage = InstantStorage({});
   storage.Com_GetDataParam.pointer = &ShaftParam;
   const ModuleWorld world(storage, InstantLinks(), InstantDriver());
   ViewKeyMapping mapping;
