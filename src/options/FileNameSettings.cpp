@@ -115,13 +115,17 @@ class MissingValues {
 }  // namespace
 
 void FileNameSettings::Load(const std::string& applicationKey, const std::string& hostIniFile) {
+  Use(applicationKey, hostIniFile);
+  InitFileNameSettings(hostIniFile);
+  ExportLegacyFileNameSettings();
+}
+
+void FileNameSettings::Use(const std::string& applicationKey, const std::string& hostIniFile) {
   key = applicationKey + "OptGeneral2";
   legacyKey = applicationKey + "OptGeneral";
   items = ReadMask(hostIniFile, "Items", kDefaultItems);
   localPartsItems = ReadMask(hostIniFile, "LocalPartsItems", kDefaultLocalPartsItems);
   sharedPartsItems = ReadMask(hostIniFile, "SharedPartsItems", kDefaultSharedPartsItems);
-  InitFileNameSettings(hostIniFile);
-  ExportLegacyFileNameSettings();
 }
 
 void FileNameSettings::InitFileNameSettings(const std::string& hostIniFile) const {

@@ -26,6 +26,9 @@ class FileNameSettings {
   // ini file, makes missing values and exports the legacy copies.
   void Load(const std::string& applicationKey, const std::string& hostIniFile);
 
+  // The same without making or exporting anything: for the page that shows the settings.
+  void Use(const std::string& applicationKey, const std::string& hostIniFile);
+
   // Key of the settings, relative to a hive.
   const std::string& Key() const { return key; }
 

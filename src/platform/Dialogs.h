@@ -18,6 +18,11 @@ using DialogTranslation = std::function<void(QmWindow dialog)>;
 // A box with an OK button. The error form stands on top of all windows.
 void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon);
 
+// The box that tells what the program is, made from template 4001 of `resources`. False when it
+// could not be made.
+bool ShowAbout(QmModule resources, QmWindow owner, const std::string& title,
+               const std::string& text, const DialogTranslation& translate = {});
+
 // Lets the user pick a file-system folder, starting at `start`; nothing when cancelled. The
 // result has no trailing backslash unless it is a drive's root.
 std::optional<std::string> AskFolder(QmWindow owner, const std::string& start,

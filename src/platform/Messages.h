@@ -44,6 +44,8 @@ class HiddenWindow {
 };
 
 bool PostToWindow(QmWindow window, unsigned message);
+// Waits until the window has handled the message, but not for a window that hangs.
+void SendToWindow(QmWindow window, unsigned message);
 bool IsLiveWindow(QmWindow window);
 void BringToForeground(QmWindow window);
 

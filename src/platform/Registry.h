@@ -55,6 +55,24 @@ class RegistryHandle {
   std::unique_ptr<Backend> backend;
 };
 
+// Changes of one hive by this thread that belong together. A machine whose hive is one file writes
+// all of them at Commit, or none; the registry of Windows takes each change as it is made. Other
+// threads wait for the end of it.
+class RegistryBatch {
+ public:
+  explicit RegistryBatch(Hive hive);
+  // Without Commit the hive is as it was, where the machine can do that.
+  ~RegistryBatch();
+  RegistryBatch(const RegistryBatch&) = delete;
+  RegistryBatch& operator=(const RegistryBatch&) = delete;
+
+  bool Commit();
+
+ private:
+  struct Backend;
+  std::unique_ptr<Backend> backend;
+};
+
 // `path` is relative to the hive, without a leading backslash.
 std::optional<RegistryHandle> OpenKey(Hive hive, const std::string& path);
 std::optional<RegistryHandle> CreateKey(Hive hive, const std::string& path);

@@ -35,6 +35,14 @@ void ShowMessage(const std::string& text, const std::string& title, MessageIcon)
   Record(machine, "message", title, text);
 }
 
+bool ShowAbout(QmModule, QmWindow, const std::string& title, const std::string& text,
+               const DialogTranslation&) {
+  Machine::State& machine = Machine::Current().Internals();
+  std::lock_guard guard(machine.mutex);
+  Record(machine, "about", title, text);
+  return true;
+}
+
 std::optional<std::string> AskFolder(QmWindow, const std::string& start,
                                      const std::string& prompt) {
   Machine::State& machine = Machine::Current().Internals();

@@ -11,18 +11,48 @@ HiveStore::HiveStore(std::filesystem::path hiveFile, std::u16string hiveName,
 
 void HiveStore::Look(const std::function<void(RegistryNode& root)>& look) {
   std::lock_guard guard(mutex);
-  Refresh();
+  if (!batch) Refresh();
   look(document.root);
 }
 
 bool HiveStore::Change(const std::function<HiveChange(RegistryNode& root)>& change) {
   std::lock_guard guard(mutex);
+  if (batch) {
+    const HiveChange outcome = batch->Held() ? change(document.root) : HiveChange::Failed;
+    batchChanged = batchChanged || outcome == HiveChange::Made;
+    return outcome != HiveChange::Failed;
+  }
   std::error_code error;
   std::filesystem::create_directories(file.parent_path(), error);
   FolderLock lock(file.parent_path());
   if (!lock.Held() || !Refresh()) return false;
   HiveChange outcome = change(document.root);
   if (outcome != HiveChange::Made) return outcome == HiveChange::Nothing;
+  return Write();
+}
+
+void HiveStore::Begin() {
+  mutex.lock();
+  std::error_code error;
+  std::filesystem::create_directories(file.parent_path(), error);
+  batch.emplace(file.parent_path());
+  batchChanged = false;
+  // A file that cannot be read must not be replaced.
+  if (batch->Held() && !Refresh()) batch.emplace(std::filesystem::path());
+}
+
+bool HiveStore::End(bool keep) {
+  bool written = batch->Held();
+  if (batchChanged) {
+    written = keep && written && Write();
+    if (!keep) Forget();
+  }
+  batch.reset();
+  mutex.unlock();
+  return written;
+}
+
+bool HiveStore::Write() {
   if (!ReplaceFile(file, FormatRegistryFile(document, name))) {
     Forget();
     return false;

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "platform/native/HostFiles.h"
@@ -27,7 +28,14 @@ class HiveStore {
   // a failure everything is as it was.
   bool Change(const std::function<HiveChange(RegistryNode& root)>& change);
 
+  // From Begin to End the changes of this thread stay in memory, and nobody else gets at the hive.
+  // End writes all of them or, without `keep` or when it cannot, takes all of them back. False when
+  // they were not written. Not to be nested.
+  void Begin();
+  bool End(bool keep);
+
  private:
+  bool Write();
   // False when there is a file that cannot be read: it must not be replaced.
   bool Refresh();
   void ReportDamage(std::size_t version);
@@ -36,10 +44,12 @@ class HiveStore {
   std::filesystem::path file;
   std::u16string name;
   std::function<void(const std::string&)> report;
-  std::mutex mutex;
+  std::recursive_mutex mutex;  // held through a batch
   RegistryDocument document;
   FileStamp stamp;
   std::size_t reportedVersion = 0;
+  std::optional<FolderLock> batch;
+  bool batchChanged = false;
 };
 
 }  // namespace quillmar::platform

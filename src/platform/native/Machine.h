@@ -10,6 +10,7 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,15 +22,21 @@
 
 namespace quillmar::platform {
 
+// What the user enters into the fields of a form or a sheet, by their names: an item or a typed
+// text, "0" and "1" of a check box, the index of a button, "first=second;" for each row.
+using FormAnswer = std::map<std::string, std::string>;
+
 // An answer of the user to the next dialog of a kind. Without an answer a dialog is cancelled.
 struct ScriptedAnswers {
   std::deque<std::string> folders;    // AskFolder
   std::deque<std::string> saveFiles;  // AskSaveFile
   std::deque<UserPartAnswer> userParts;
+  std::deque<FormAnswer> forms;  // other dialogs and sheets; one that is refused is answered again
 };
 
 struct ShownDialog {
-  std::string kind;  // "message", "folder", "save", "userpart", "progress"
+  // "message", "folder", "save", "userpart", "progress", "form", "sheet", "about"
+  std::string kind;
   std::string title;
   std::string text;
 };

@@ -50,6 +50,8 @@ std::unique_ptr<HiddenWindow> HiddenWindow::Create(QmModule, int, WindowHandler&
 
 bool PostToWindow(QmWindow window, unsigned message) { return Windows().Post(window, message); }
 
+void SendToWindow(QmWindow window, unsigned message) { Windows().Send(window, message); }
+
 bool IsLiveWindow(QmWindow window) { return Windows().IsLive(window); }
 
 void BringToForeground(QmWindow window) { Windows().BringToForeground(window); }

@@ -128,6 +128,24 @@ std::optional<NamedRegistryValue> RegistryHandle::ValueAt(std::uint32_t index) c
   return found;
 }
 
+struct RegistryBatch::Backend {
+  std::shared_ptr<HiveStore> hive;
+};
+
+RegistryBatch::RegistryBatch(Hive hive)
+    : backend(std::make_unique<Backend>(Backend{Machine::Current().Internals().HiveOf(hive)})) {
+  backend->hive->Begin();
+}
+
+RegistryBatch::~RegistryBatch() {
+  if (backend) backend->hive->End(false);
+}
+
+bool RegistryBatch::Commit() {
+  const std::unique_ptr<Backend> ended = std::move(backend);
+  return ended && ended->hive->End(true);
+}
+
 std::optional<RegistryHandle> OpenKey(Hive hive, const std::string& path) {
   if (!IsRelative(path)) return std::nullopt;
   auto backend = std::make_unique<RegistryHandle::Backend>();

@@ -195,6 +195,10 @@ bool WindowSystem::Choose(QmWindow window, int command) {
   return true;
 }
 
+void WindowSystem::Send(QmWindow window, unsigned message) {
+  if (WindowHandler* handler = HandlerOf(window)) handler->OnMessage(message);
+}
+
 bool WindowSystem::Post(QmWindow window, unsigned message) {
   std::lock_guard guard(mutex);
   auto found = windows.find(window);

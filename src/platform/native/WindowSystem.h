@@ -85,6 +85,7 @@ class WindowSystem : public std::enable_shared_from_this<WindowSystem> {
   // Tells the handler that the user chose the command; false when he cannot.
   bool Choose(QmWindow window, int command);
   bool Post(QmWindow window, unsigned message);
+  void Send(QmWindow window, unsigned message);
   void BringToForeground(QmWindow window);
   QmWindow Foreground() const;
   unsigned RegisterMessage(const std::string& name);

@@ -33,6 +33,13 @@ bool PostToWindow(QmWindow window, unsigned message) {
   return window != 0 && PostMessageA(win32::ToHandle(window), message, 0, 0) != 0;
 }
 
+void SendToWindow(QmWindow window, unsigned message) {
+  constexpr UINT kPatience = 5000;  // milliseconds
+  DWORD_PTR result = 0;
+  if (window == 0) return;
+  SendMessageTimeoutA(win32::ToHandle(window), message, 0, 0, SMTO_ABORTIFHUNG, kPatience, &result);
+}
+
 bool IsLiveWindow(QmWindow window) { return IsWindow(win32::ToHandle(window)) != 0; }
 
 void BringToForeground(QmWindow window) { SetForegroundWindow(win32::ToHandle(window)); }

@@ -115,6 +115,13 @@ std::optional<NamedRegistryValue> RegistryHandle::ValueAt(std::uint32_t index) c
   return NamedRegistryValue{std::move(name), {static_cast<RegistryType>(type), std::move(*data)}};
 }
 
+// The changes are the system's at once.
+struct RegistryBatch::Backend {};
+
+RegistryBatch::RegistryBatch(Hive) {}
+RegistryBatch::~RegistryBatch() = default;
+bool RegistryBatch::Commit() { return true; }
+
 std::optional<RegistryHandle> OpenKey(Hive hive, const std::string& path) {
   HKEY key = nullptr;
   if (RegOpenKeyExA(RootOf(hive), path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
