@@ -9,9 +9,12 @@
 #define QUILLMAR_EXPORTS_H
 
 #include "quillmar/Conventions.h"
+#include "quillmar/OptionsPage.h"
 
 /* X(name, convention, result, (parameters), (argument names)).
  *
+ * AddBomTag         the CAD stores the bill-of-materials entry `key` under "<group>\<name>". Once any
+ *                   entry was registered, those that were not go under the default section. Always 1.
  * AddUTDXFPart      asks the user for a name, has the CAD write the open document as a picture and
  *                   as DXF files, and starts the data wizard on them. 1, also when there was no
  *                   drawing and nothing was started; 0 when the user cancelled or the picture
@@ -55,6 +58,12 @@
  *                   draw it, or a text does not fit.
  * CreateAssemblyProtocol
  *                   the same as CreateUserProtocol for an assembly.
+ * CreateFileName    caption and bill-of-materials texts of a part, by the options of the application
+ *                   that logged in last, which become the current options without pages of a caller.
+ *                     tagsOut        "$<name><TAB>" for each tag
+ *                     valuesOut      "<caption><TAB>", then "<value><TAB>" for each tag
+ *                   The buffers have no stated size and must hold everything; they are untouched
+ *                   when the protocol does not open or has no part (result 0).
  * CreatePartProtocol
  *                   makes the protocol of a parametric part before any calculation has run: data
  *                   file, standard, view key and a list of parameters ("name,value,"). `protocolId`
@@ -73,6 +82,7 @@
  *                   be written; the protocol stays in the store either way.
  * DataWizard        starts the data wizard on a description of the part that is selected in the CAD;
  *                   1 when it was started.
+ * DeleteBomInfo     frees an array of pairs that an export handed out, and its texts. Always 1.
  * DoWDOperation     asks the add-in for the data of the data wizard (driver function GetDataWD)
  *                   and starts the wizard on them. The three numbers are passed on to the wizard as
  *                   they are. No result; without GetDataWD nothing happens.
@@ -116,6 +126,12 @@
  *                   group, 0 when the text is no reference. `calculationName` (buffer of the
  *                   caller) and `partType` (1 drawing, 2 and 4 to 7 models and features, 3
  *                   parametric part, 8 calculation, 9 shaft, 10 cam, 0 any other) may be null.
+ * GetUnitList       "*view*,<view key>,<name>,<unit>,..." of the calculation's parameters.
+ *                     size           in: the most characters that fit, the buffer having room for a
+ *                                    NUL more; out: the length of the list
+ *                   0 when the list does not fit or the protocol does not open; with the size that
+ *                   came back a second call succeeds. An empty list when the protocol's data cannot
+ *                   be counted (result 1).
  * ImportWizard      starts the import wizard on a file; type and units are the wizard's own numbers.
  *                   Always 1.
  * InitSolution      begins the solution of the protocol's links in the host; the host's answer, 0
@@ -178,13 +194,24 @@
  *                   stands for each of the CAD's: names in "General" "Standards" (joined by ","),
  *                   the standard for each in section "StdHXMapping" (default: the name itself). 1
  *                   when the file lists a standard, else 0.
+ * SetDefaultUserBTSection  the section of the CAD for entries that nobody registered. Always 1.
  * SetMeasureValue   hands the measured value to the calculation that asked for it; it may be
  *                   called again with another value. Always 1; without a request nothing happens.
+ * SetOptions        makes the options of an application the current ones.
+ *                     pages, count   array of pointers to pages of the caller, each a QmOptionsPage
+ *                                    (see OptionsPage.h); what is none is skipped and reported
+ *                     applicationKey  name of the options below the module's registry key
+ *                     helpFile, helpContext  help on our own pages; an empty file: none
+ *                   Always 0.
+ * ShowAboutDlg      shows a box with this title and text until the user closes it; 1 when it was
+ *                   shown.
  * ShowDialogUT      closes the protocol and lets the host show its calculation; the host's
  *                   answer, 0 when it cannot be reached.
  * ShowFormat        makes a protocol for a sheet format of that standard and scale and lets the
  *                   host show it; the host's answer, 0 when it cannot be reached.
  * ShowMCWDialog     lets the host show the bolted connection of the protocol. Always 1.
+ * ShowOptionsDialog  lets the user edit the current options, modal to the CAD's main window; 1 when he
+ *                   confirmed and they were saved, 0 when he cancelled or there is no page.
  * ShowToolbar       shows the module's toolbar (nonzero) or hides it (0). Its three commands
  *                   (options, refreshing links, writing extended data) can be chosen when the
  *                   session's showFlag has bit 0x10. Always 1.
@@ -197,9 +224,13 @@
  *                   host was asked to show it, 0 when no protocol could be made.
  * Synchronize       brings the protocol's links up to date in the host, which knows what `mode`
  *                   says; the host's answer, 0 when it cannot be reached.
+ * UpdateExtendedData  writes the extended data of all parts in the CAD again; 0 when the CAD does not
+ *                   tell its parts.
  */
 /* clang-format off */
 #define QM_EXPORTS(X)                                                                             \
+  X(AddBomTag, QM_CDECL, int, (const char* group, const char* name, const char* key),             \
+    (group, name, key))                                                                           \
   X(AddUTDXFPart, QM_CDECL, int, (void), ())                                                      \
   X(AddUTPart, QM_CDECL, int, (void), ())                                                         \
   X(CallFem, QM_CDECL, int, (void), ())                                                           \
@@ -217,6 +248,8 @@
      count, removeInfo))                                                                          \
   X(CreateAssemblyProtocol, QM_CDECL, int,                                                        \
     (char* protocolId, char* reference, const char* caption), (protocolId, reference, caption))   \
+  X(CreateFileName, QM_CDECL, int, (const char* protocolId, char* tagsOut, char* valuesOut),      \
+    (protocolId, tagsOut, valuesOut))                                                             \
   X(CreatePartProtocol, QM_CDECL, int,                                                            \
     (const char* dataFile, const char* standard, const char* viewKey, const char* parameters,     \
      char* protocolId, char* reference, int* capacity),                                           \
@@ -225,6 +258,7 @@
   X(CreateUserProtocol, QM_CDECL, int,                                                            \
     (char* protocolId, char* reference, const char* caption), (protocolId, reference, caption))   \
   X(DataWizard, QM_CDECL, int, (void), ())                                                        \
+  X(DeleteBomInfo, QM_CDECL, int, (ExtDataPair* pairs, int count), (pairs, count))                \
   X(DoWDOperation, QM_CDECL, void, (int first, int second, int third), (first, second, third))    \
   X(EditLinks, QM_CDECL, int, (const char* protocolId), (protocolId))                             \
   X(EditOneLink, QM_CDECL, int, (const char* protocolId, const char* link), (protocolId, link))   \
@@ -249,6 +283,8 @@
   X(GetProtocolType, QM_CDECL, int,                                                               \
     (const char* reference, char* calculationName, int* partType),                                \
     (reference, calculationName, partType))                                                       \
+  X(GetUnitList, QM_CDECL, int, (const char* protocolId, char* out, int* size),                   \
+    (protocolId, out, size))                                                                      \
   X(ImportWizard, QM_CDECL, int, (int type, int units, const char* fileName),                     \
     (type, units, fileName))                                                                      \
   X(InitSolution, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
@@ -273,16 +309,24 @@
   X(Set2dAxisOverlap, QM_CDECL, int, (double overlap), (overlap))                                 \
   X(Set2dFileType, QM_CDECL, int, (int fileType), (fileType))                                     \
   X(SetCadIniFile, QM_CDECL, int, (const char* iniPath), (iniPath))                               \
+  X(SetDefaultUserBTSection, QM_CDECL, int, (const char* section), (section))                     \
   X(SetMeasureValue, QM_CDECL, int, (double value), (value))                                      \
+  X(SetOptions, QM_CDECL, int,                                                                    \
+    (const QmOptionsPage* const* pages, int count, const char* applicationKey,                    \
+     const char* helpFile, unsigned helpContext),                                                 \
+    (pages, count, applicationKey, helpFile, helpContext))                                        \
+  X(ShowAboutDlg, QM_CDECL, int, (const char* title, const char* text), (title, text))            \
   X(ShowDialogUT, QM_CDECL, int, (const char* protocolId), (protocolId))                          \
   X(ShowFormat, QM_CDECL, int, (const char* standard, double scale), (standard, scale))           \
   X(ShowMCWDialog, QM_CDECL, int, (const char* protocolId), (protocolId))                         \
+  X(ShowOptionsDialog, QM_CDECL, int, (void), ())                                                 \
   X(ShowToolbar, QM_CDECL, int, (int show), (show))                                               \
   X(SolveOneLink, QM_CDECL, int, (const char* protocolId, const char* link), (protocolId, link))  \
   X(StartCalculation, QM_CDECL, void, (const char* dataFile, const char* standard),               \
     (dataFile, standard))                                                                         \
   X(StartNewBC, QM_CDECL, int, (void), ())                                                        \
-  X(Synchronize, QM_CDECL, int, (const char* protocolId, int mode), (protocolId, mode))
+  X(Synchronize, QM_CDECL, int, (const char* protocolId, int mode), (protocolId, mode))           \
+  X(UpdateExtendedData, QM_CDECL, int, (void), ())
 /* clang-format on */
 
 /* On Windows the names come from the library's module-definition file: an export attribute would

@@ -3,7 +3,13 @@
 namespace quillmar {
 
 void BomTags::AddBomTag(const std::string& group, const std::string& name, const std::string& key) {
+  keys.push_back(key);
   names[key] = group + "\\" + name;
+}
+
+void BomTags::Clear() {
+  keys.clear();
+  names.clear();
 }
 
 std::string BomTags::NameInCad(const std::string& entry) const {

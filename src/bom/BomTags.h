@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace quillmar {
 
@@ -17,10 +18,14 @@ class BomTags {
   // Name under which the CAD stores `entry`: the entry itself as long as no tag was registered.
   std::string NameInCad(const std::string& entry) const;
 
+  // Keys in the order in which they were registered.
+  const std::vector<std::string>& Keys() const { return keys; }
+
   // Forgets all registered tags.
-  void Clear() { names.clear(); }
+  void Clear();
 
  private:
+  std::vector<std::string> keys;
   std::map<std::string, std::string> names;  // by key
   std::string defaultUserSection;
 };

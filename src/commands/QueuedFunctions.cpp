@@ -3,6 +3,7 @@
 #include <string>
 
 #include "commands/Commands.h"
+#include "commands/ExtendedDataRefresh.h"
 #include "commands/GroupScans.h"
 #include "commands/LinkRefresh.h"
 #include "commands/ProtocolCopies.h"
@@ -24,6 +25,10 @@ int StartDataWizard(const CommandContext& context) { return DataWizard(context.s
 
 int MakeUnique(const CommandContext& context) { return CreateUniqueCopy(context.services) ? 1 : 0; }
 
+int UpdateAllExtendedData(const CommandContext& context) {
+  return UpdateExtendedData(context.services);
+}
+
 struct Row {
   int number;
   const char* name;
@@ -44,7 +49,7 @@ constexpr Row kFunctions[] = {
     {10, "scan bill of materials", &ScanBillOfMaterials},
     {103, "recalculate as independent part", &RecalculateAsIndependentPart},
     {kRefreshAllLinks, "RefreshAllLinks", &RefreshAllLinks},
-    {kUpdateExtendedData, "UpdateExtendedData", nullptr},
+    {kUpdateExtendedData, "UpdateExtendedData", &UpdateAllExtendedData},
     {4003, "DataWizard", &StartDataWizard},
     {4004, "CreateUniqueCopy", &MakeUnique},
 };

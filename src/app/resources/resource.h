@@ -4,7 +4,13 @@
 #define QUILLMAR_RESOURCE_H
 
 #define IDD_CALLBACK_WINDOW 4000 /* receives the suite's messages and is the floating toolbar */
+#define IDD_ABOUT 4001 /* its text is control 101 */
 #define IDD_HELPER_WINDOW 4002
+/* Forms; who shows them knows their controls. */
+#define IDD_DEPTHS 4003
+#define IDD_FILE_NAME_PAGE 4004
+#define IDD_BOM_PAGE 4005
+#define IDD_KC_PAGE 4006
 #define IDD_USER_PART 4007 /* shown by platform::AskUserPart, which knows its controls */
 
 #define ID_TOOLBAR_OPTIONS 0x8005
