@@ -68,6 +68,11 @@ int QM_CDECL CreateFileName(const char* protocolId, char* tagsOut, char* valuesO
 int QM_CDECL GetUnitList(const char* protocolId, char* out, int* size) {
   return Forward("GetUnitList", 0, [&](QuillmarApp& app) {
     const quillmar::PartServices& services = app.Services();
+    // Opening a protocol that does not exist would make it.
+    if (quillmar::VXProtocol::ProtocolExists(services.protocols, Text(protocolId)) ==
+        QM_PROTOCOL_MISSING) {
+      return 0;
+    }
     quillmar::VXProtocol protocol(services.protocols);
     if (!protocol.Attach(Text(protocolId))) return 0;
     std::string list;
