@@ -2,14 +2,12 @@
 
 #include <algorithm>
 
-#include "base/Texts.h"
-#include "parts/CadListReaders.h"
+#include "commands/CadQuestions.h"
+#include "commands/WorkingCopy.h"
 #include "parts/PartFactory.h"
 
 namespace quillmar {
 namespace {
-
-constexpr const char* kNextReference = "<@NEXT_PROT>";
 
 // Parametric parts, model parts, shafts and assemblies carry extended data.
 constexpr int kTypesWithExtendedData[] = {2, 3, 9, 10};
@@ -30,36 +28,24 @@ bool UpdateByHost(const PartServices& services, VXProtocol& protocol) {
   return protocol.Open(id);
 }
 
+// One that a calculation window holds counts as opened, but stays with its window. What carries no
+// extended data leaves the store as it was; of the others the CAD's reference text counts.
 void RefreshPart(const PartServices& services, const std::string& reference) {
-  std::string id;
-  const bool wasStored = VXProtocol::ExtractProtocolID(reference, id, Markers::Standard) &&
-                         VXProtocol::ProtocolExists(services.protocols, id) != QM_PROTOCOL_MISSING;
-  VXProtocol protocol(services.protocols);
-  // One that a calculation window holds counts as opened, but stays with its window.
-  if (protocol.OpenFromReference(reference, false, Markers::Standard) == 0 || !protocol.IsReady()) {
-    return;
-  }
-  id = protocol.GetProtocolID();
-  const bool carries = CarriesExtendedData(protocol);
-  if (carries) {
-    if (!UpdateByHost(services, protocol)) return;
-    if (const auto part = CreatePartForProtocol(services, protocol)) part->Update();
-  }
-  protocol.Close();
-  // The store keeps what it had of other kinds; of these the CAD's reference text counts.
-  if (!services.session.groupManager && (carries || !wasStored)) {
-    VXProtocol::EraseById(services.protocols, id);
-  }
+  WorkingCopy copy(services);
+  if (!copy.Open(reference, false) || !copy.Protocol().IsReady()) return;
+  VXProtocol& protocol = copy.Protocol();
+  if (!CarriesExtendedData(protocol) || !UpdateByHost(services, protocol)) return;
+  if (const auto part = CreatePartForProtocol(services, protocol)) part->Update();
+  const std::string id = copy.Keep();
+  if (!services.session.groupManager) VXProtocol::EraseById(services.protocols, id);
 }
 
 }  // namespace
 
 int UpdateExtendedData(const PartServices& services) {
-  std::string list;
-  if (!ReadAllReferences(services.driver, list)) return 0;
-  for (const std::string& reference : SplitList(list, kNextReference)) {
-    RefreshPart(services, reference);
-  }
+  const auto references = SplitAllParts(services.driver);
+  if (!references) return 0;
+  for (const std::string& reference : *references) RefreshPart(services, reference);
   return 1;
 }
 

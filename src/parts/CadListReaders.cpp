@@ -83,9 +83,4 @@ bool ReadCadReference(const CadDriverTable& driver, const std::string& partName,
              kUsualSize, reference) == ReadResult::Done;
 }
 
-bool ReadAllReferences(const CadDriverTable& driver, std::string& list) {
-  return ReadInTwoSteps([&](char* buffer, int* size) { return driver.GetAllParts(buffer, size); },
-                        list) == ReadResult::Done;
-}
-
 }  // namespace quillmar

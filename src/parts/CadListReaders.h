@@ -31,7 +31,4 @@ bool ReadCadList(const CadDriverTable& driver, ErrorLog& errors, CadList list,
 bool ReadCadReference(const CadDriverTable& driver, const std::string& partName,
                       std::string& reference);
 
-// Reference texts of all objects in the CAD, separated by "<@NEXT_PROT>". Nothing is reported.
-bool ReadAllReferences(const CadDriverTable& driver, std::string& list);
-
 }  // namespace quillmar
