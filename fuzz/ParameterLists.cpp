@@ -20,7 +20,7 @@ short QM_STDCALL GetDataParam(const char*, const char* name, char* value, char* 
 
 const bench::ModuleWorld& World() {
   static const bench::ModuleWorld world = [] {
-    StorageTable storage = bench::InstantStorage(0);
+    StorageTable storage = bench::InstantStorage({});
     storage.Com_PutDataParam.pointer = &PutDataParam;
     storage.Com_GetDataParam.pointer = &GetDataParam;
     return bench::ModuleWorld(storage, bench::InstantLinks(), bench::InstantDriver());

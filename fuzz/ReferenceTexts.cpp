@@ -29,7 +29,7 @@ constexpr Spelling kSpellings[] = {{Markers::Standard, "<@PID>", "<@EL>"},
 
 const bench::ModuleWorld& World() {
   static const bench::ModuleWorld world = [] {
-    StorageTable storage = bench::InstantStorage(0);
+    StorageTable storage = bench::InstantStorage({});
     storage.Com_PutBuffer.pointer = &PutBuffer;
     storage.Com_IsProtocolExists.pointer = &Exists;
     return bench::ModuleWorld(storage, bench::InstantLinks(), bench::InstantDriver());

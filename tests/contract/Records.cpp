@@ -155,11 +155,6 @@ Record& Record::SetParameter(const char* name, const std::string& value, const s
   return *this;
 }
 
-Record& Record::SetVersion(int major, int minor) {
-  EXPECT_NE(Com().Com_SetVersion(id.c_str(), major, minor), 0);
-  return *this;
-}
-
 Record& Record::SetLinkTo(const char* name, const std::string& text) {
   EXPECT_NE(Link().Link_SetLinkTo(id.c_str(), name, text.c_str()), 0) << name;
   return *this;

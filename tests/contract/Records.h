@@ -44,7 +44,6 @@ class Record {
   Record& SetMember(const std::string& member);
   Record& SetLinkFrom(const char* name, const std::string& text);
   Record& SetParameter(const char* name, const std::string& value, const std::string& unit);
-  Record& SetVersion(int major, int minor);
   Record& SetLinkTo(const char* name, const std::string& text);
   // Sets the whole contents to what a reference text carries; the identifier in it is ignored.
   Record& SetFromReference(const std::string& reference);
