@@ -77,7 +77,9 @@ std::vector<JournalCall> Contract::Calls() {
   const strict::CoreFunctions& core = strict::Core();
   std::vector<JournalCall> calls;
   for (int i = firstCall; i < core.Strict_CallCount(); ++i) {
-    calls.push_back({core.Strict_CallFunction(i), {}, core.Strict_CallResult(i)});
+    const std::string function = core.Strict_CallFunction(i);
+    if (function.rfind("host ", 0) == 0) continue;
+    calls.push_back({function, {}, core.Strict_CallResult(i)});
     for (int k = 0; k < core.Strict_CallArgumentCount(i); ++k) {
       calls.back().arguments.emplace_back(core.Strict_CallArgument(i, k));
     }
@@ -96,8 +98,7 @@ std::vector<JournalCall> Contract::Calls(const std::string& function) {
 std::vector<std::string> Contract::CalledFunctions() {
   std::vector<std::string> functions;
   for (const JournalCall& call : Calls()) {
-    if (call.function.rfind("Com_", 0) != 0 && call.function.rfind("Link_", 0) != 0 &&
-        call.function.rfind("host ", 0) != 0) {
+    if (call.function.rfind("Com_", 0) != 0 && call.function.rfind("Link_", 0) != 0) {
       functions.push_back(call.function);
     }
   }

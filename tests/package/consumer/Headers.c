@@ -17,9 +17,9 @@
 
 /* The lists name types that these headers declare. */
 #define DECLARE(name, result, parameters, arguments) \
-  typedef result(QM_STDCALL* name##Type) parameters;
+  typedef result(QM_STDCALL* name##Pointer) parameters;
 #define DECLARE_NEEDED(need, name, result, parameters, arguments) \
-  typedef result(QM_CDECL* name##Type) parameters;
+  typedef result(QM_CDECL* name##Pointer) parameters;
 QM_STORAGE_FUNCTIONS(DECLARE)
 QM_LINK_FUNCTIONS(DECLARE)
 QM_CAD_FUNCTIONS(DECLARE_NEEDED)
