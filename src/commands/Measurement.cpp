@@ -11,7 +11,7 @@ Measurement::Measurement(const PartServices& partServices, const IpcLibrary& ipc
 
 // The CAD may have the value at once and set it before StartMeasure returns.
 void Measurement::Request(const std::string& protocolId) {
-  Release();
+  // Lets go of the protocol of the request before.
   waiting.emplace(services.protocols, protocolId);
   if (!waiting->IsReady()) return Release();
   std::string unit;
