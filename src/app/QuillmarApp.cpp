@@ -4,6 +4,7 @@
 
 #include "app/resources/resource.h"
 #include "base/RegistryKey.h"
+#include "commands/OptionsCommands.h"
 #include "platform/Dialogs.h"
 #include "platform/Modules.h"
 #include "platform/Profile.h"
@@ -162,8 +163,7 @@ struct QuillmarApp::ToolbarRow {
 
 // The functions that take long are queued: the click comes from inside the window system.
 const QuillmarApp::ToolbarRow QuillmarApp::kToolbar[] = {
-    {ID_TOOLBAR_OPTIONS,
-     [](QuillmarApp& app) { app.errors.ReportError("Function not available: options", QM_HERE); }},
+    {ID_TOOLBAR_OPTIONS, [](QuillmarApp& app) { ShowOptionsDialog(app.services); }},
     {ID_TOOLBAR_REFRESH_LINKS, [](QuillmarApp& app) { app.queue.Queue(kRefreshAllLinks); }},
     {ID_TOOLBAR_UPDATE_DATA, [](QuillmarApp& app) { app.queue.Queue(kUpdateExtendedData); }},
 };
