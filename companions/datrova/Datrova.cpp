@@ -88,7 +88,11 @@ void CheckDesktop(const Template& part) {
   if (inch != "1" && !inch.empty()) throw Refusal("IsItIn is \"" + inch + "\"");
 }
 
+// A protocol that the CAD's data were put into is named instead of a file.
+bool IsProtocol(const std::string& parameter) { return parameter.rfind("/C ", 0) == 0; }
+
 void CheckTemplate(const std::string& parameter) {
+  if (IsProtocol(parameter)) return;
   const Template part(parameter);
   CheckFolder(part.Get("Template", "TempDir"));
   part.Expect("Globals", "Version", "2");

@@ -6,12 +6,6 @@
 
 namespace quillmar {
 
-std::string CompanionFolder(const PartServices& services) {
-  std::string folder = services.host.CallText(QM_HOST_COMPANION_FOLDER, {});
-  while (!folder.empty() && folder.back() == '\\') folder.pop_back();
-  return folder.empty() ? services.paths.GetSuiteFolder() : folder;
-}
-
 bool StartWithParameter(const std::string& folder, const std::string& program,
                         const std::string& parameter) {
   const std::string path = folder + "\\" + program;

@@ -1,14 +1,9 @@
-// The folder of the wizards and the generator, and how the wizards are started.
+// How the wizards are started, and where they find what they work on.
 #pragma once
 
 #include <string>
 
-#include "parts/PartServices.h"
-
 namespace quillmar {
-
-// Without a trailing backslash. Asks the calculation host, which is started when none runs.
-std::string CompanionFolder(const PartServices& services);
 
 // Starts a program of a folder with a parameter, which becomes the rest of its command line as it
 // is, and does not wait for it. False when it could not be started.

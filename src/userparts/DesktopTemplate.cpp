@@ -123,7 +123,7 @@ int DataWizard(const PartServices& services) {
   model.variables = ReadVariables(services, model);
   const std::string file = WriteDesktopTemplate(services, model);
   if (file.empty()) return 0;
-  return StartWithParameter(CompanionFolder(services), QM_DATA_WIZARD, file) ? 1 : 0;
+  return StartWithParameter(services.host.CompanionFolder(), QM_DATA_WIZARD, file) ? 1 : 0;
 }
 
 }  // namespace quillmar

@@ -22,7 +22,7 @@ int ImportWizard(const PartServices& services, int type, int units, const std::s
     protocol.PutKeyWord(section::kFiles, "Item0", fileName);
     id = protocol.GetProtocolID();
   }
-  StartWithParameter(CompanionFolder(services), QM_IMPORT_WIZARD, "/C " + id);
+  StartWithParameter(services.host.CompanionFolder(), QM_IMPORT_WIZARD, "/C " + id);
   return 1;
 }
 

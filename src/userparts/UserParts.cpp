@@ -38,7 +38,7 @@ std::string UnitText(int units) {
 UserParts::UserParts(const PartServices& partServices) : services(partServices) {}
 
 int UserParts::AddUTPart() {
-  if (!lisp.IsBound() && !lisp.Bind(CompanionFolder(services))) return 0;
+  if (!lisp.IsBound() && !lisp.Bind(services.host.CompanionFolder())) return 0;
   const auto answer = Ask();
   if (!answer) return 0;
   double x = 0.0;
@@ -124,13 +124,13 @@ std::string UserParts::CreateDxfFiles(const std::string& begin) const {
 }
 
 void UserParts::ShowGeneratorErrors() const {
-  const std::string errors = CompanionFolder(services) + "\\" QM_LISP_ERRORS;
+  const std::string errors = services.host.CompanionFolder() + "\\" QM_LISP_ERRORS;
   if (!platform::FileExists(errors)) return;
   StartWithParameter(platform::WindowsFolder(), kNotepad, errors);
 }
 
 void UserParts::StartDataWizard(const TemplateFile& file) const {
-  StartWithParameter(CompanionFolder(services), QM_DATA_WIZARD, file.Path());
+  StartWithParameter(services.host.CompanionFolder(), QM_DATA_WIZARD, file.Path());
 }
 
 }  // namespace quillmar
