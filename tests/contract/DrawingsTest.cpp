@@ -1,6 +1,5 @@
 // What the calculation host draws into files for the CAD: drawings, symbols, formats, models; and
 // the exports that ask for one.
-#include <fstream>
 
 #include "Calculation.h"
 #include "platform/Files.h"

@@ -7,7 +7,7 @@ namespace quillmar::contract {
 
 bool IsShown(QmWindow window);
 bool IsEnabled(QmWindow window, int command);
-// Clicks a command, as long as it is enabled.
+// Clicks an enabled command.
 void Choose(QmWindow window, int command);
 // Somebody else shows the window.
 void ShowFromOutside(QmWindow window);

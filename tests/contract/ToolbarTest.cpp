@@ -51,6 +51,16 @@ TEST_F(Toolbar, IsShownAndHiddenWithItsCommandsAsTheCallerAllows) {
   }
 }
 
+TEST_F(Toolbar, AChosenCommandRunsFromTheMessageLoop) {
+  const QmWindow window = Window();
+  module.ShowToolbar(1);
+  ForgetCalls();
+  Choose(window, 0x800C);
+  EXPECT_THAT(Calls("GetAllParts"), IsEmpty());
+  platform::PumpMessages();
+  EXPECT_THAT(Calls("GetAllParts"), SizeIs(1)) << "links are refreshed";
+}
+
 TEST_F(Toolbar, HidesItselfWhenSomebodyElseShowsIt) {
   const QmWindow window = Window();
   module.ShowToolbar(1);
