@@ -13,14 +13,15 @@
 
 /* X(name, convention, result, (parameters), (argument names)).
  *
- * AddBomTag         the CAD stores the bill-of-materials entry `key` under "<group>\<name>". Once any
- *                   entry was registered, those that were not go under the default section. Always 1.
+ * AddBomTag         the CAD stores the bill-of-materials entry `key` under "<group>\<name>". Once
+ *                   any entry was registered, those that were not go under the default section.
+ *                   Always 1.
  * AddUTDXFPart      asks the user for a name, has the CAD write the open document as a picture and
- *                   as DXF files, and starts the data wizard on them. 1, also when there was no
- *                   drawing and nothing was started; 0 when the user cancelled or the picture
- *                   failed.
- * AddUTPart         the same with one DXF file, translated into a LISP description from a point that
- *                   the user picks. 1 when the data wizard was told to start, 0 otherwise.
+ *                   as DXF files, until it refuses one (1,000 at most), and starts the data wizard
+ *                   on them. 1, also when there was no drawing and nothing was started; 0 when the
+ *                   user cancelled or the picture failed.
+ * AddUTPart         the same with one DXF file, translated into a LISP description from a point
+ *                   that the user picks. 1 when the data wizard was told to start, 0 otherwise.
  * CallFem           has the CAD draw the open document and lets the host show the finite-element
  *                   calculation of the drawing; 1, or 0 on a failure before the host is told. The
  *                   drawing is a temporary file named in the protocol.
@@ -58,8 +59,9 @@
  *                   draw it, or a text does not fit.
  * CreateAssemblyProtocol
  *                   the same as CreateUserProtocol for an assembly.
- * CreateFileName    caption and bill-of-materials texts of a part, by the options of the application
- *                   that logged in last, which become the current options without pages of a caller.
+ * CreateFileName    caption and bill-of-materials texts of a part, by the options of the
+ *                   application that logged in last, which become the current options without pages
+ *                   of a caller.
  *                     tagsOut        "$<name><TAB>" for each tag
  *                     valuesOut      "<caption><TAB>", then "<value><TAB>" for each tag
  *                   The buffers have no stated size and must hold everything; they are untouched
@@ -80,8 +82,8 @@
  *                   and the caption four times are enough) are buffers of the caller; `caption` is
  *                   what the user sees, a null pointer gives none. 1, or 0 when something could not
  *                   be written; the protocol stays in the store either way.
- * DataWizard        starts the data wizard on a description of the part that is selected in the CAD;
- *                   1 when it was started.
+ * DataWizard        starts the data wizard on a description of the part that is selected in the
+ *                   CAD; 1 when it was started.
  * DeleteBomInfo     frees an array of pairs that an export handed out, and its texts. Always 1.
  * DoWDOperation     asks the add-in for the data of the data wizard (driver function GetDataWD)
  *                   and starts the wizard on them. The three numbers are passed on to the wizard as
@@ -108,8 +110,8 @@
  * GetDataValues     data parameters of a protocol that is given as reference text.
  *                     names    of the parameters wanted, joined by ","
  *                     out      "name,value,unit" of each that the protocol has, joined by ",";
- *                              commas in values are "<VXCOMMA>". Buffer of `outSize` characters, the
- *                              NUL included; untouched when the text does not fit
+ *                              commas in values are "<VXCOMMA>". Buffer of `outSize` characters,
+ *                              the NUL included; untouched when the text does not fit
  *                   Length of the text, 0 when the reference text is none.
  * GetPartInformation
  *                   what the part of the protocol would be inserted (change 0) or changed as:
@@ -132,8 +134,8 @@
  *                   0 when the list does not fit or the protocol does not open; with the size that
  *                   came back a second call succeeds. An empty list when the protocol's data cannot
  *                   be counted (result 1).
- * ImportWizard      starts the import wizard on a file; type and units are the wizard's own numbers.
- *                   Always 1.
+ * ImportWizard      starts the import wizard on a file; type and units are the wizard's own
+ *                   numbers. Always 1.
  * InitSolution      begins the solution of the protocol's links in the host; the host's answer, 0
  *                   when it cannot be reached.
  * IsFeaturePositive 1 for a feature, and *positive says whether it adds material (1) or takes it
@@ -194,7 +196,8 @@
  *                   stands for each of the CAD's: names in "General" "Standards" (joined by ","),
  *                   the standard for each in section "StdHXMapping" (default: the name itself). 1
  *                   when the file lists a standard, else 0.
- * SetDefaultUserBTSection  the section of the CAD for entries that nobody registered. Always 1.
+ * SetDefaultUserBTSection
+ *                   the section of the CAD for entries that nobody registered. Always 1.
  * SetMeasureValue   hands the measured value to the calculation that asked for it; it may be
  *                   called again with another value. Always 1; without a request nothing happens.
  * SetOptions        makes the options of an application the current ones.
@@ -210,8 +213,9 @@
  * ShowFormat        makes a protocol for a sheet format of that standard and scale and lets the
  *                   host show it; the host's answer, 0 when it cannot be reached.
  * ShowMCWDialog     lets the host show the bolted connection of the protocol. Always 1.
- * ShowOptionsDialog  lets the user edit the current options, modal to the CAD's main window; 1 when he
- *                   confirmed and they were saved, 0 when he cancelled or there is no page.
+ * ShowOptionsDialog
+ *                   lets the user edit the current options, modal to the CAD's main window; 1 when
+ *                   he confirmed and they were saved, 0 when he cancelled or there is no page.
  * ShowToolbar       shows the module's toolbar (nonzero) or hides it (0). Its three commands
  *                   (options, refreshing links, writing extended data) can be chosen when the
  *                   session's showFlag has bit 0x10. Always 1.
@@ -224,7 +228,8 @@
  *                   host was asked to show it, 0 when no protocol could be made.
  * Synchronize       brings the protocol's links up to date in the host, which knows what `mode`
  *                   says; the host's answer, 0 when it cannot be reached.
- * UpdateExtendedData  writes the extended data of all parts in the CAD again; 0 when the CAD does not
+ * UpdateExtendedData
+ *                   writes the extended data of all parts in the CAD again; 0 when the CAD does not
  *                   tell its parts.
  */
 /* clang-format off */

@@ -208,8 +208,8 @@ void QuillmarApp::CallbackWindow::OnCommand(int command) {
     for (const ToolbarRow& row : kToolbar) {
       if (row.command == command) row.run(app);
     }
-  } catch (const std::exception& error) {
-    app.errors.ReportError(std::string("Toolbar: ") + error.what(), QM_HERE);
+  } catch (...) {
+    app.errors.ReportException("Toolbar", QM_HERE);
   }
 }
 

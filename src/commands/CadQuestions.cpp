@@ -1,10 +1,7 @@
 #include "commands/CadQuestions.h"
 
-#include <cstring>
-#include <memory>
-#include <new>
-
 #include "base/Texts.h"
+#include "parts/TwoStepRead.h"
 
 namespace quillmar {
 namespace {
@@ -19,32 +16,6 @@ constexpr std::size_t kAssemblyPathSize = 1024;
 constexpr std::string_view kNextReference = "<@NEXT_PROT>";
 constexpr std::string_view kIdentifierMarker = "<@PID>";
 
-// A buffer of the size that a driver function is told, and a NUL more.
-class ListBuffer {
- public:
-  explicit ListBuffer(int capacity)
-      : room(static_cast<std::size_t>(capacity)), text(new (std::nothrow) char[room + 1]) {
-    if (text) text[0] = '\0';
-  }
-  char* Get() const { return text.get(); }
-  std::string Text() const { return std::string(text.get(), ::strnlen(text.get(), room)); }
-
- private:
-  std::size_t room;
-  std::unique_ptr<char[]> text;
-};
-
-// Calls with the usual size, and once more when the text needs a larger buffer.
-template <class DriverCall>
-std::optional<std::string> AskList(int size, const DriverCall& call) {
-  for (int attempt = 0; attempt < 2 && size > 0; ++attempt) {
-    const ListBuffer buffer(size);
-    if (buffer.Get() == nullptr) break;
-    if (call(buffer.Get(), &size) != 0) return buffer.Text();
-  }
-  return std::nullopt;
-}
-
 template <std::size_t kSize>
 std::string FixedText(char (&buffer)[kSize]) {
   buffer[kSize - 1] = '\0';
@@ -57,29 +28,34 @@ std::string FixedText(char (&buffer)[kSize]) {
 std::optional<std::string> SelectedReference(const CadDriverTable& driver) {
   char name[kPartNameSize] = "";
   int size = kReferenceSize;
-  {
-    const ListBuffer buffer(size);
-    if (buffer.Get() == nullptr) return std::nullopt;
-    const bool answered = driver.GetPart(name, buffer.Get(), &size) != 0;
-    // A text beyond the buffer counts as answered: its length is what was asked for.
-    if (!answered && size <= kReferenceSize) return std::nullopt;
-  }
-  if (size < 1) return std::nullopt;
+  std::string reference;
+  const bool answered = ReadOnce(
+      [&](char* text, int* room) { return driver.GetPart(name, text, room); }, size, reference);
+  // A text beyond the buffer counts as answered: its length is what was asked for.
+  if ((!answered && size <= kReferenceSize) || size < 1) return std::nullopt;
   const std::string partName = FixedText(name);
-  return AskList(size, [&](char* text, int* room) {
+  const auto ask = [&](char* text, int* room) {
     return driver.GetProtocol(partName.c_str(), text, room);
-  });
+  };
+  if (ReadInTwoSteps(ask, size, reference) != ReadResult::Done) return std::nullopt;
+  return reference;
 }
 
-// One of the three texts is the reference text; add-ins differ in which.
+// One of the three texts is the reference text; add-ins differ in which. An add-in without an
+// active assembly need not touch the size, so only another one asks for another call.
 std::optional<ActiveAssembly> AskActiveAssembly(const CadDriverTable& driver) {
   char first[kAssemblyTextSize] = "";
   char second[kAssemblyNameSize] = "";
-  const auto list = AskList(kReferenceSize, [&](char* text, int* size) {
-    return driver.GetAssembly(first, second, text, size);
-  });
-  if (!list) return std::nullopt;
-  std::string texts[] = {FixedText(first), FixedText(second), *list};
+  const auto ask = [&](char* text, int* room) {
+    return driver.GetAssembly(first, second, text, room);
+  };
+  std::string list;
+  int size = kReferenceSize;
+  const auto asksAgain = [&] { return size > 0 && size != kReferenceSize; };
+  if (!ReadOnce(ask, size, list) && (!asksAgain() || !ReadOnce(ask, size, list))) {
+    return std::nullopt;
+  }
+  std::string texts[] = {FixedText(first), FixedText(second), list};
   ActiveAssembly assembly;
   std::string* const others[] = {&assembly.description, &assembly.identifier};
   std::size_t other = 0;
@@ -108,10 +84,10 @@ std::optional<std::string> AssemblyName(const CadDriverTable& driver) {
 }
 
 std::optional<std::vector<std::string>> SplitAllParts(const CadDriverTable& driver) {
-  const auto list =
-      AskList(kAllPartsSize, [&](char* text, int* size) { return driver.GetAllParts(text, size); });
-  if (!list) return std::nullopt;
-  return SplitList(*list, kNextReference);
+  std::string list;
+  const auto ask = [&](char* text, int* size) { return driver.GetAllParts(text, size); };
+  if (ReadInTwoSteps(ask, kAllPartsSize, list) != ReadResult::Done) return std::nullopt;
+  return SplitList(list, kNextReference);
 }
 
 }  // namespace quillmar

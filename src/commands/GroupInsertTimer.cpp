@@ -1,6 +1,5 @@
 #include "commands/GroupInsertTimer.h"
 
-#include <exception>
 #include <utility>
 
 #include "commands/GroupScans.h"
@@ -32,8 +31,8 @@ void GroupInsertTimer::OnExpired(std::uintptr_t timer) {
   armed = 0;
   try {
     InsertNext();
-  } catch (const std::exception& error) {
-    context.services.errors.ReportError(std::string("Timed insert: ") + error.what(), QM_HERE);
+  } catch (...) {
+    context.services.errors.ReportException("Timed insert", QM_HERE);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "commands/GroupScans.h"
 
+#include <utility>
+
 #include "commands/Commands.h"
 #include "commands/ProtocolCreation.h"
 #include "commands/ProtocolKinds.h"
@@ -16,14 +18,17 @@ constexpr const char* kBomDataFile = "XBom";
 
 using Identifiers = std::vector<std::string>;
 
-// Opens and describes the active assembly; its identifier, empty when there is none.
-std::string PrepareAssembly(const CommandContext& context) {
-  const PartServices& services = context.services;
-  VXProtocol assembly(services.protocols);
-  if (!DescribeActiveAssembly(context, assembly)) return {};
+void MarkAsScanned(const PartServices& services, VXProtocol& assembly) {
   assembly.PutGlobalData(global::kReallyScan, "1");
   ReadPhysicalProperties(services, assembly);
   WriteAssemblyPath(services, assembly);
+}
+
+// Opens and describes the active assembly; its identifier, empty when there is none.
+std::string PrepareAssembly(const CommandContext& context) {
+  VXProtocol assembly(context.services.protocols);
+  if (!DescribeActiveAssembly(context, assembly)) return {};
+  MarkAsScanned(context.services, assembly);
   return assembly.GetProtocolID();
 }
 
@@ -100,7 +105,13 @@ int ScanAssembly(const CommandContext& context) {
 int ScanSelected(const CommandContext& context) {
   WorkingCopy selected(context.services);
   if (!OpenSelected(context.services, selected) || !IsForCalculation(selected)) return 0;
-  return ShowGroupOf(context, selected.Keep());
+  // The scan opens the protocol itself.
+  const std::string id = selected.Keep();
+  const int shown = ShowGroupOf(context, id);
+  if (shown == 0 && !context.services.session.groupManager) {
+    VXProtocol::EraseById(context.services.protocols, id);
+  }
+  return shown;
 }
 
 int ScanBillOfMaterials(const CommandContext& context) {
@@ -121,17 +132,24 @@ bool MakeGroupOf(const CommandContext& context, const std::string& protocolId, V
 }
 
 void PutAssemblyIntoGroup(const CommandContext& context, VXProtocol& group) {
-  const std::string assembly = PrepareAssembly(context);
-  if (!assembly.empty()) group.PutProtocol(assembly, assembly);
+  VXProtocol assembly(context.services.protocols);
+  if (!DescribeActiveAssembly(context, assembly)) return;
+  group.PutProtocol(assembly.GetProtocolID(), assembly.GetProtocolID());
+  MarkAsScanned(context.services, assembly);
 }
 
+// The CAD may let another scan in while it is asked: that one's members are the newer ones then.
 void FindNextGroupObject(const CommandContext& context) {
   CommandState& state = context.state;
   state.nextGroupObject.clear();
-  auto member = state.groupMembers.begin();
-  while (member != state.groupMembers.end() && IsInCad(context.services, *member)) ++member;
-  if (member != state.groupMembers.end()) state.nextGroupObject = *member++;
-  state.groupMembers.erase(state.groupMembers.begin(), member);
+  const Identifiers members = std::exchange(state.groupMembers, {});
+  auto member = members.begin();
+  while (member != members.end() && IsInCad(context.services, *member)) ++member;
+  if (member == members.end() || !state.groupMembers.empty() || !state.nextGroupObject.empty()) {
+    return;
+  }
+  state.nextGroupObject = *member;
+  state.groupMembers.assign(member + 1, members.end());
 }
 
 }  // namespace quillmar

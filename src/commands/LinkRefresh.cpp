@@ -30,10 +30,13 @@ void RefreshPart(const PartServices& services, const std::string& reference) {
 
 int RefreshAllLinks(const CommandContext& context) {
   const PartServices& services = context.services;
-  const auto references = SplitAllParts(services.driver);
-  if (!references) return 0;
   VXProtocol group(services.protocols);
   if (group.CreateNew() == 0) return 0;
+  const auto references = SplitAllParts(services.driver);
+  if (!references) {
+    group.Erase();
+    return 0;
+  }
   for (const std::string& reference : *references) RefreshPart(services, reference);
   PutAssemblyIntoGroup(context, group);
   if (!InitializeCalculation(group, kGroupDataFile)) {

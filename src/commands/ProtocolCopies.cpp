@@ -7,9 +7,9 @@
 namespace quillmar {
 namespace {
 
-// The parts of a bolted connection are spelt in both ways.
+// A copy has no links and is no part of a bolted connection.
 constexpr const char* kNotCopied[] = {section::kLinksFrom, section::kLinksTo, section::kMcwData,
-                                      section::kMcwPartsOfCopies, section::kMcwParts};
+                                      section::kMcwPartsOfCopies};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "commands/ProtocolKinds.h"
 
 #include "platform/System.h"
+#include "protocol/ProtocolVocabulary.h"
 
 namespace quillmar {
 namespace {

@@ -5,8 +5,6 @@
 
 namespace quillmar {
 
-inline constexpr const char* kGroupDataFile = "xtalvek";  // groups of the group manager
-
 // The numbers are those that callers of GetProtocolType get.
 enum class ProtocolKind {
   Calculation = 1,

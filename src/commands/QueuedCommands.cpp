@@ -136,9 +136,10 @@ int ReplaceSelected(const CommandContext& context) {
   WorkingCopy selected(services);
   if (!OpenSelected(services, selected) || !IsForCalculation(selected)) return 0;
   VXProtocol& protocol = selected.Protocol();
+  if (!MarkForUpdate(protocol)) return 0;
   std::string replaced;
   protocol.GetKeyWord(section::kObject, keyword::kProtId, replaced);
-  if (!MarkForUpdate(protocol) || !protocol.PutCadx(keyword::kOldPartPid, replaced)) return 0;
+  if (!protocol.PutCadx(keyword::kOldPartPid, replaced)) return 0;
   return HandOverCopy(services, selected, kReplaceByCopy);
 }
 

@@ -1,7 +1,5 @@
 #include "commands/QueuedFunctions.h"
 
-#include <string>
-
 #include "commands/Commands.h"
 #include "commands/ExtendedDataRefresh.h"
 #include "commands/GroupScans.h"
@@ -31,27 +29,26 @@ int UpdateAllExtendedData(const CommandContext& context) {
 
 struct Row {
   int number;
-  const char* name;
-  int (*run)(const CommandContext&);  // null: this build does not offer the function
+  int (*run)(const CommandContext&);
 };
 
 constexpr Row kFunctions[] = {
-    {0, "host command 0", &CommandZero},
-    {1, "recalculate", &RecalculateSelected},
-    {2, "replace", &ReplaceSelected},
-    {3, "recalculate with all views", &RecalculateWithViews},
-    {4, "update", &UpdateSelected},
-    {5, "copy", &CopySelected},
-    {6, "hand over bolted connection", &HandOverBoltedConnection},
-    {7, "scan assembly", &ScanAssembly},
-    {8, "scan selected", &ScanSelected},
-    {9, "connect assembly protocol", &ConnectAssembly},
-    {10, "scan bill of materials", &ScanBillOfMaterials},
-    {103, "recalculate as independent part", &RecalculateAsIndependentPart},
-    {kRefreshAllLinks, "RefreshAllLinks", &RefreshAllLinks},
-    {kUpdateExtendedData, "UpdateExtendedData", &UpdateAllExtendedData},
-    {4003, "DataWizard", &StartDataWizard},
-    {4004, "CreateUniqueCopy", &MakeUnique},
+    {0, &CommandZero},
+    {1, &RecalculateSelected},
+    {2, &ReplaceSelected},
+    {3, &RecalculateWithViews},
+    {4, &UpdateSelected},
+    {5, &CopySelected},
+    {6, &HandOverBoltedConnection},
+    {7, &ScanAssembly},
+    {8, &ScanSelected},
+    {9, &ConnectAssembly},
+    {10, &ScanBillOfMaterials},
+    {103, &RecalculateAsIndependentPart},
+    {kRefreshAllLinks, &RefreshAllLinks},
+    {kUpdateExtendedData, &UpdateAllExtendedData},
+    {4003, &StartDataWizard},
+    {4004, &MakeUnique},
 };
 
 }  // namespace
@@ -66,11 +63,7 @@ void QueuedFunctions::Queue(int number) {
 
 int QueuedFunctions::Run() {
   for (const Row& row : kFunctions) {
-    if (row.number != pending) continue;
-    if (row.run != nullptr) return row.run(context);
-    context.services.errors.ReportError(std::string("Function not available: ") + row.name,
-                                        QM_HERE);
-    return 0;
+    if (row.number == pending) return row.run(context);
   }
   return 0;
 }

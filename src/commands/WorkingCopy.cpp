@@ -5,7 +5,7 @@ namespace quillmar {
 WorkingCopy::WorkingCopy(const PartServices& owner) : services(owner), protocol(owner.protocols) {}
 
 WorkingCopy::~WorkingCopy() {
-  if (kept || wasStored) return;
+  if (kept) return;
   try {
     Discard();
   } catch (...) {
@@ -14,9 +14,6 @@ WorkingCopy::~WorkingCopy() {
 }
 
 bool WorkingCopy::Open(const std::string& reference, bool activate, Markers markers) {
-  std::string id;
-  wasStored = VXProtocol::ExtractProtocolID(reference, id, markers) &&
-              VXProtocol::ProtocolExists(services.protocols, id) != QM_PROTOCOL_MISSING;
   return protocol.OpenFromReference(reference, activate, markers) != 0;
 }
 

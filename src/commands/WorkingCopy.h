@@ -1,6 +1,6 @@
 // A protocol opened from the reference text that a CAD object carries: the CAD holds the text, the
-// store a working copy of it while a command acts. The store is left as it was found unless the
-// command keeps the copy; a session of the group manager keeps all of them.
+// store a working copy of it while a command acts. It is erased unless the command keeps it; a
+// session of the group manager keeps all of them.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace quillmar {
 class WorkingCopy {
  public:
   explicit WorkingCopy(const PartServices& services);
-  // Erases what Open brought into the store, unless it is kept.
+  // Erases the copy unless it is kept.
   ~WorkingCopy();
   WorkingCopy(const WorkingCopy&) = delete;
   WorkingCopy& operator=(const WorkingCopy&) = delete;
@@ -24,13 +24,12 @@ class WorkingCopy {
 
   // The copy stays in the store and is closed; its identifier.
   std::string Keep();
-  // The copy goes even when the store held the protocol before.
+  // The copy goes at once.
   void Discard();
 
  private:
   const PartServices& services;
   VXProtocol protocol;
-  bool wasStored = false;
   bool kept = false;
 };
 

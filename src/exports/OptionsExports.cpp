@@ -6,7 +6,7 @@
 #include "commands/CreateFileName.h"
 #include "commands/ExtendedDataRefresh.h"
 #include "commands/OptionsCommands.h"
-#include "parts/ParameterLists.h"
+#include "parts/VXPart.h"
 #include "platform/Dialogs.h"
 #include "quillmar/Exports.h"
 
@@ -67,18 +67,11 @@ int QM_CDECL CreateFileName(const char* protocolId, char* tagsOut, char* valuesO
 
 int QM_CDECL GetUnitList(const char* protocolId, char* out, int* size) {
   return Forward("GetUnitList", 0, [&](QuillmarApp& app) {
-    const quillmar::PartServices& services = app.Services();
-    // Opening a protocol that does not exist would make it.
-    if (quillmar::VXProtocol::ProtocolExists(services.protocols, Text(protocolId)) ==
-        QM_PROTOCOL_MISSING) {
-      return 0;
-    }
-    quillmar::VXProtocol protocol(services.protocols);
-    if (!protocol.Attach(Text(protocolId))) return 0;
+    quillmar::VXProtocol protocol(app.Services().protocols);
+    if (!protocol.AttachExisting(Text(protocolId))) return 0;
     std::string list;
-    if (!quillmar::BuildParameterList(protocol, quillmar::ListForm::Units, {}, list)) {
-      services.errors.ReportError("There are no data in protocol", QM_HERE);
-    }
+    quillmar::VXPart(app.Services(), protocol)
+        .BuildParameterList(list, {}, quillmar::ListForm::Units);
     return GiveList(list, out, size);
   });
 }

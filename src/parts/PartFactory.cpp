@@ -12,12 +12,10 @@
 #include "parts/VXShaft.h"
 #include "parts/VXSymbol.h"
 #include "platform/System.h"
+#include "protocol/ProtocolVocabulary.h"
 
 namespace quillmar {
 namespace {
-
-// Protocols of the group manager are told by their data file, whatever their type.
-constexpr const char* kGroupDataFile = "xtalvek";
 
 using Factory = std::unique_ptr<VXPart> (*)(const PartServices& services, VXProtocol& protocol);
 
@@ -39,6 +37,7 @@ constexpr PartClassRow kPartClassRegistry[] = {
     {14, Make<VXCamPart>},
 };
 
+// Groups are told by their data file, whatever their type.
 std::unique_ptr<VXPart> MakePart(const PartServices& services, VXProtocol& protocol) {
   std::string dataFile;
   protocol.GetDataFileName(dataFile);

@@ -257,8 +257,8 @@ void VXPart::BuildCaption() {
 
 // --- what kinds use ---
 
-bool VXPart::BuildParameterList(std::string& text, const std::string& group) {
-  if (!quillmar::BuildParameterList(protocol, ListForm::Values, group, text)) {
+bool VXPart::BuildParameterList(std::string& text, const std::string& group, ListForm form) {
+  if (!quillmar::BuildParameterList(protocol, form, group, text)) {
     Fail("There are no data in protocol", QM_HERE);
   }
   return true;

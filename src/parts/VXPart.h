@@ -11,6 +11,7 @@
 
 #include "bom/ExtDataPairs.h"
 #include "parts/CadListReaders.h"
+#include "parts/ParameterLists.h"
 #include "parts/PartServices.h"
 #include "protocol/VXProtocol.h"
 
@@ -80,7 +81,8 @@ class VXPart {
 
   // The list that the CAD gets: "name,value," of all user parameters, or with `group` of the
   // values of that group. Always true: a protocol without data gives an empty list and a report.
-  bool BuildParameterList(std::string& text, const std::string& group = {});
+  bool BuildParameterList(std::string& text, const std::string& group = {},
+                          ListForm form = ListForm::Values);
   ExtDataPairs BuildExtendedData();
 
   const std::string& Caption() const { return caption; }

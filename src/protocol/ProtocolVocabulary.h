@@ -2,6 +2,10 @@
 // are those that the calculations expect, also where they are spelt in two ways.
 #pragma once
 
+namespace quillmar {
+inline constexpr const char* kGroupDataFile = "xtalvek";  // groups of the group manager
+}  // namespace quillmar
+
 namespace quillmar::section {
 inline constexpr const char* kCadx = "Cadx";
 inline constexpr const char* kView = "View";

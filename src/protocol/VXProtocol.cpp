@@ -143,7 +143,16 @@ bool VXProtocol::Open(const std::string& id) {
 }
 
 bool VXProtocol::Attach(const std::string& id) {
-  if (ProtocolExists(context, id) != QM_PROTOCOL_OPEN) return Open(id);
+  return AttachInState(ProtocolExists(context, id), id);
+}
+
+bool VXProtocol::AttachExisting(const std::string& id) {
+  const int state = ProtocolExists(context, id);
+  return state != QM_PROTOCOL_MISSING && AttachInState(state, id);
+}
+
+bool VXProtocol::AttachInState(int state, const std::string& id) {
+  if (state != QM_PROTOCOL_OPEN) return Open(id);
   protocolId = id;
   ready = 1;
   keepOpen = true;
@@ -154,10 +163,6 @@ int VXProtocol::CreateNew() {
   Close();
   if (!Open(BlankIdentifier())) return 0;
   return Open(std::string(protocolId)) ? 1 : 0;
-}
-
-bool VXProtocol::AttachExisting(const std::string& id) {
-  return ProtocolExists(context, id) != QM_PROTOCOL_MISSING && Attach(id);
 }
 
 bool VXProtocol::OpenClipboard() { return Open(kClipboardProtocol); }

@@ -193,6 +193,7 @@ class VXProtocol {
   bool Report(const std::string& message, const SourceStamp& source) const;
   const char* Id() const { return protocolId.c_str(); }
 
+  bool AttachInState(int state, const std::string& id);
   int OpenExisting(const std::string& id, const std::string& reference, bool activate,
                    Markers markers);
   int OpenHeldByCalculation(const std::string& id, const std::string& reference, bool activate,

@@ -1,5 +1,5 @@
 // The standards of calculations that stand for those of the CAD, as the add-in's own ini file maps
-// them.
+// them. Kept for the session; calculations are started in the standard that the caller names.
 #pragma once
 
 #include <map>

@@ -62,7 +62,7 @@ std::string SelectedPart(const CadDriverTable& driver) {
   std::vector<char> name(kPartNameBuffer, '\0');
   std::vector<char> reference(static_cast<std::size_t>(kReferenceSize) + 1, '\0');
   int size = kReferenceSize;
-  if (driver.GetPart(name.data(), reference.data(), &size) == 0) return {};
+  if (driver.GetPart(name.data(), reference.data(), &size) == 0 || size < 1) return {};
   return std::string(name.data(), ::strnlen(name.data(), name.size()));
 }
 

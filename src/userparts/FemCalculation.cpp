@@ -19,7 +19,7 @@ struct GlobalRow {
   const char* value;
 };
 constexpr GlobalRow kGlobals[] = {
-    {global::kStandard, "ISO"}, {"PrfStd", "ISO"}, {global::kLanguage, "NO"}};
+    {global::kStandard, "ISO"}, {global::kPreferredStandard, "ISO"}, {global::kLanguage, "NO"}};
 
 // Asks the user when the temporary folder takes no file; empty when he cancels.
 std::string DrawingPath(const PartServices& services) {
@@ -53,6 +53,7 @@ int CallFem(const PartServices& services) {
   }
   if (!WriteGlobals(protocol) ||
       !protocol.PutKeyWord(section::kMain, keyword::kDataFile, kDataFile)) {
+    platform::RemoveFile(drawing);
     return 0;
   }
   protocol.PutCadx(keyword::kRecalcAgain, "1");

@@ -98,8 +98,8 @@ struct StoreRow {
 // A group is a protocol more. A unique copy is made of user parts, too.
 constexpr StoreRow kStoreRows[] = {
     {1, 1, 0, 0, -1, 0}, {2, 2, 1, 0, -1, 0},   {3, 1, 0, 0, -1, 0},
-    {4, 1, 0, 0, -1, 0}, {5, 2, 1, 0, -1, 0},   {6, 0, 0, 0, -1, 0},
-    {8, 2, 1, 0, -1, 0}, {103, 1, 0, 0, -1, 0}, {4004, 1, 1, 1, 1, 0},
+    {4, 1, 0, 0, -1, 0}, {5, 2, 1, 0, -1, 0},   {6, 0, -1, 0, -1, 0},
+    {8, 2, 1, 0, -1, 0}, {103, 1, 0, 0, -1, 0}, {4004, 1, 0, 1, 0, 0},
 };
 
 TEST_F(ProtocolCommands, TheStoreHoldsWhatTheTableSays) {

@@ -65,14 +65,14 @@ TEST_F(ProtocolQueries, SmartPartsAreToldByThreeRules) {
   EXPECT_EQ(module.IsSmartPart(nullptr), 0);
 }
 
-TEST_F(ProtocolQueries, AStoredProtocolStaysStored) {
+TEST_F(ProtocolQueries, AQuestionLeavesNoWorkingCopy) {
   std::string reference;
   const std::string id = Stored([&](Record& record) {
     record.SetKeyWord("Cadx", "ReallySmartPart", "1");
     reference = record.Reference();
   });
   EXPECT_EQ(module.IsSmartPart(reference.c_str()), 1);
-  EXPECT_EQ(StateOf(id), 2);
+  EXPECT_EQ(StateOf(id), 0);
 }
 
 TEST_F(ProtocolQueries, FeaturesAreToldByTheirType) {

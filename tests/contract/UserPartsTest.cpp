@@ -281,6 +281,7 @@ TEST_F(UserParts, ValuesOfAReferenceText) {
 
 TEST_F(UserParts, ThePartOnTheDesktopIsDescribed) {
   Answer("GetPart.partName", "Lever:1");
+  Answer("GetPart.text", "reference");
   Answer("IsInchUserPart.inch", "1");
   Answer("GetParameterListEx.text", "d,20.5,note,a<VXCOMMA>b,VXP_PP_Mass,1,");
   EXPECT_EQ(module.CallUTFunction(4003), 1);

@@ -139,7 +139,8 @@ TEST_F(ShaftConversionTest, WhatGoesUpComesDownAgain) {
         EXPECT_EQ(current.at(Key(pair.current)), shaft.back[pair.old]) << pair.current;
       }
       // Nothing may be taken from what is left of the older layout.
-      for (const auto& [name, text] : shaft.before) {
+      for (const auto& value : shaft.before) {
+        const std::string& name = value.first;
         const bool isShared =
             std::any_of(shaft.pairs.begin(), shaft.pairs.end(),
                         [&](const Pair& pair) { return Key(pair.current) == Key(name); });

@@ -33,8 +33,8 @@ std::vector<CalculatedPart> Calculate(const Calculation& calculation, Inputs& in
 
 const Calculation* FindCalculation(const std::string& dataFileType) {
   const NameLess less;
-  for (const Calculation* each : {&SpurGears(), &Shafts(), &DiscCams(), &BoltedJoints(),
-                                  &ParallelKeys(), &SheetFormats()}) {
+  for (const Calculation* each :
+       {&SpurGears(), &Shafts(), &DiscCams(), &BoltedJoints(), &ParallelKeys(), &SheetFormats()}) {
     if (!less(dataFileType, each->DataFile()) && !less(each->DataFile(), dataFileType)) return each;
   }
   return nullptr;
