@@ -157,7 +157,7 @@ TEST_F(Options, UnitsComeInTwoSteps) {
   EXPECT_EQ(module.GetUnitList(id.c_str(), nullptr, &size), 0);
   EXPECT_EQ(size, length);
   EXPECT_EQ(module.GetUnitList(id.c_str(), text, nullptr), 0);
-  EXPECT_EQ(module.GetUnitList("no such protocol", text, &size), 0);
+  EXPECT_EQ(module.GetUnitList("no such list", text, &size), 0);
   EXPECT_EQ(StateOf(id), 2) << "closed again";
 }
 

@@ -12,11 +12,12 @@ file(REMOVE_RECURSE ${WORK})
 set(package ${WORK}/package)
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${package} --component development)
 
-set(compilers -DCMAKE_PREFIX_PATH=${package} -DCMAKE_FIND_ROOT_PATH=${package})
 if(TOOLCHAIN)
-  list(APPEND compilers -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH)
+  # A toolchain looks for packages in its own folder only.
+  set(compilers -DQuillmar_DIR=${package}/lib/cmake/Quillmar -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 else()
-  list(APPEND compilers -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_CXX_COMPILER=${CXX_COMPILER})
+  set(compilers -DCMAKE_PREFIX_PATH=${package} -DCMAKE_C_COMPILER=${C_COMPILER}
+                -DCMAKE_CXX_COMPILER=${CXX_COMPILER})
 endif()
 foreach(project ${SOURCE}/tests/package/consumer ${SOURCE}/samples/addin)
   get_filename_component(name ${project} NAME)
