@@ -15,8 +15,10 @@ bool IsOne(const std::string& text) { return std::atoi(text.c_str()) == 1; }
 
 bool BelongsToCad(const std::string& name) { return name.rfind("VXP_", 0) == 0; }
 
+// Other numbers than 1 show a calculation that waits for the user's values, such as 5 for a new
+// bolted connection.
 bool IsDue(const ProtocolRecord& record) {
-  return std::atoi(record.KeyWord(kCadSection, kRecalculate).c_str()) != 0;
+  return IsOne(record.KeyWord(kCadSection, kRecalculate));
 }
 
 // The CAD has an object for the protocol, so that its result is a recalculation.
