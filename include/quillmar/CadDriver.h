@@ -59,7 +59,8 @@
  *                           integers are 0.
  * GetPhysicalPropertiesEx   list of "name,value," of physical properties; without it
  *                           GetPhysicalProperties is asked.
- * GetShaftParameterList     parameters of a shaft; without it nothing is read.
+ * GetShaftParameterList     parameters of a shaft, asked for only where GetParameterListEx is
+ *                           missing; without it nothing is read.
  * GetAssembly               the active assembly: reference text and two further texts (buffers of
  *                           1024 and 260 characters and a list buffer).
  * GetAssemblyName           name of the active assembly (buffer of 260 characters).

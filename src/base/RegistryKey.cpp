@@ -53,6 +53,10 @@ bool RegistryKey::Close() {
   return true;
 }
 
+bool RegistryKey::HasValue(const std::string& name) const {
+  return handle && handle->Query(name).has_value();
+}
+
 std::optional<std::string> RegistryKey::QueryValue(const std::string& name,
                                                    RegistryType type) const {
   if (!handle) return std::nullopt;

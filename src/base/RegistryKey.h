@@ -19,6 +19,8 @@ class RegistryKey {
   bool Close();
   bool IsOpen() const { return handle.has_value(); }
 
+  // Whether the value is there, of whatever type.
+  bool HasValue(const std::string& name) const;
   // Bytes of a value whose stored type is `type`; nothing when missing or of another type.
   std::optional<std::string> QueryValue(const std::string& name, platform::RegistryType type) const;
   bool SetValue(const std::string& name, platform::RegistryType type, const std::string& data);

@@ -21,8 +21,8 @@ std::optional<PartTexts> CreateFileName(const PartServices& services,
                                         const std::string& protocolId) {
   SetOptions(services, nullptr, 0, LastLoggedApplication(),
              services.paths.ModuleFolder() + kHelpFile, 0);
-  VXProtocol protocol(services.protocols, protocolId);
-  if (!protocol.IsReady()) return std::nullopt;
+  VXProtocol protocol(services.protocols);
+  if (!protocol.AttachExisting(protocolId)) return std::nullopt;
   const auto part = CreatePartForProtocol(services, protocol);
   if (!part) return std::nullopt;
   part->BuildCaption();

@@ -1,8 +1,12 @@
 #include "commands/TreeScan.h"
 
+#include <iterator>
+#include <set>
+
 #include "base/Texts.h"
 #include "commands/ProtocolCreation.h"
 #include "commands/WorkingCopy.h"
+#include "options/DepthDialog.h"
 #include "parts/CadListReaders.h"
 #include "protocol/ProtocolVocabulary.h"
 
@@ -10,16 +14,14 @@ namespace quillmar {
 namespace {
 
 constexpr int kUnlimited = -1;
-constexpr const char* kDefaultDepths = "1,2,3";
 
 // The list of depths begins with "none" and ends with "unlimited"; between them stand the numbers.
-int ChosenDepth(const OptionsStore& options, const std::vector<std::string>& numbers,
-                const char* name) {
+int ChosenDepth(const OptionsStore& options, const std::set<int>& numbers, const char* name) {
   const int last = static_cast<int>(numbers.size()) + 1;
   const int chosen = options.ReadOptionInt("OptGeneral", name, last);
   if (chosen == 0) return 0;
   if (chosen < 0 || chosen >= last) return kUnlimited;
-  return ParseInt(numbers[static_cast<std::size_t>(chosen - 1)]);
+  return *std::next(numbers.begin(), chosen - 1);
 }
 
 bool IsWithin(int level, int depth) { return depth == kUnlimited || level < depth; }
@@ -30,8 +32,7 @@ std::string WithoutLink(const std::string& parent) { return parent.substr(0, par
 }  // namespace
 
 ScanDepths ChosenScanDepths(const OptionsStore& options) {
-  const auto numbers =
-      SplitList(options.ReadOptionText("OptGeneral", "DepthValues", kDefaultDepths), ",");
+  const std::set<int> numbers = OfferedDepths(options);
   return {ChosenDepth(options, numbers, "DepthParIdx"),
           ChosenDepth(options, numbers, "DepthChiIdx")};
 }

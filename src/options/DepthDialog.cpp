@@ -1,7 +1,6 @@
 #include "options/DepthDialog.h"
 
 #include <algorithm>
-#include <set>
 
 #include "base/Texts.h"
 #include "platform/Registry.h"
@@ -23,15 +22,6 @@ constexpr int kTextNoDepth = 47;
 
 constexpr const char* kSection = "OptGeneral";
 constexpr const char* kFields[] = {"DepthParIdx", "DepthChiIdx"};
-
-std::set<int> ReadNumbers(const OptionsStore& options) {
-  std::set<int> numbers;
-  const std::string stored = options.ReadOptionText(kSection, "DepthValues", "1,2,3");
-  for (const std::string& piece : SplitKeepingEmpty(stored, ',')) {
-    if (const int number = ParseInt(piece); number > 0) numbers.insert(number);
-  }
-  return numbers;
-}
 
 std::vector<std::string> Items(const std::set<int>& numbers, const LanguageTable& texts) {
   std::vector<std::string> items = {texts.GetText(kTextNone)};
@@ -105,10 +95,19 @@ void Store(const OptionsStore& options, Form& form, const std::set<int>& numbers
 
 }  // namespace
 
+std::set<int> OfferedDepths(const OptionsStore& options) {
+  std::set<int> numbers;
+  const std::string stored = options.ReadOptionText(kSection, "DepthValues", "1,2,3");
+  for (const std::string& piece : SplitKeepingEmpty(stored, ',')) {
+    if (const int number = ParseInt(piece); number > 0) numbers.insert(number);
+  }
+  return numbers;
+}
+
 std::optional<Depths> AskDepths(const OptionsStore& options, const LanguageTable& texts,
                                 platform::DialogSurroundings surroundings) {
   surroundings.translate = [&texts](QmWindow dialog) { texts.TranslateWindow(dialog); };
-  std::set<int> numbers = ReadNumbers(options);
+  std::set<int> numbers = OfferedDepths(options);
   const std::vector<std::string> items = Items(numbers, texts);
   Form form{.title = options.Title(),
             .dialogTemplate = kTemplate,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 
 #include "base/LanguageTable.h"
 #include "options/OptionsStore.h"
@@ -14,6 +15,9 @@ struct Depths {
   int parents = -1;
   int children = -1;
 };
+
+// The numbers between "none" and "no limit", as the user has left them.
+std::set<int> OfferedDepths(const OptionsStore& options);
 
 // Asks with the numbers and the choice of the last time, and keeps those of this time. Nothing
 // when the user cancels.

@@ -57,6 +57,14 @@ std::optional<std::uint32_t> ReadNumber(const std::string& path, const char* nam
   return value;
 }
 
+bool Exists(const std::string& path, const char* name) {
+  for (const auto hive : {platform::Hive::CurrentUser, platform::Hive::LocalMachine}) {
+    RegistryKey key;
+    if (key.Open(hive, path) && key.HasValue(name)) return true;
+  }
+  return false;
+}
+
 std::uint32_t ReadMask(const std::string& hostIniFile, const char* name, int fallback) {
   return static_cast<std::uint32_t>(
       platform::ReadProfileInt(hostIniFile, kHostSection, name, fallback));
@@ -87,19 +95,20 @@ constexpr ExportRow kExportedNumbers[] = {
     {"ReplaceSpaces", "ReplaceSpaces", Copied},
 };
 
-// The settings of one user while they are completed: values that exist anywhere stay.
+// The settings of one user while they are completed: values that exist anywhere stay, also those
+// that this module cannot read.
 class MissingValues {
  public:
   MissingValues(RegistryKey& target, const std::string& path, const std::string& legacyPath)
       : target(target), path(path), legacyPath(legacyPath) {}
 
   void MakeText(const char* name, const char* legacyName, const std::string& fallback) {
-    if (ReadText(path, name)) return;
+    if (Exists(path, name)) return;
     target.WriteString(name, ReadText(legacyPath, legacyName).value_or(fallback));
   }
 
   void MakeNumber(const char* name, std::optional<std::uint32_t> legacy, std::uint32_t fallback) {
-    if (!ReadNumber(path, name)) target.WriteDword(name, legacy.value_or(fallback));
+    if (!Exists(path, name)) target.WriteDword(name, legacy.value_or(fallback));
   }
 
   std::optional<std::uint32_t> Legacy(const char* name) const {

@@ -1,5 +1,6 @@
 #include "parts/VXCamPart.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/Texts.h"
@@ -9,9 +10,8 @@ namespace quillmar {
 namespace {
 
 constexpr double kRadiansPerDegree = 3.141592653589793 / 180.0;
-// A protocol holds at most 32767 data parameters, two for each point. A count beyond this is no
-// count of points.
-constexpr int kMaxPoints = 32767 / 2;
+// More points are no profile but damage, and reading them would keep the CAD waiting.
+constexpr int kMaxPoints = 100000;
 
 double ReadNumber(VXProtocol& protocol, const std::string& name) {
   std::string value;
@@ -37,8 +37,11 @@ void VXCamPart::LoadProfile() {
   std::string text;
   std::string unit;
   protocol.GetDataParam("cPoint", text, unit);
-  pointCount = ParseInt(text);
-  if (pointCount < 0 || pointCount > kMaxPoints) pointCount = 0;
+  pointCount = std::max(ParseInt(text), 0);
+  if (pointCount > kMaxPoints) {
+    Fail("Too many points of a cam", QM_HERE);
+    pointCount = 0;
+  }
   first.assign(static_cast<std::size_t>(pointCount), 0.0);
   second = first;
   for (int i = 0; i < pointCount; ++i) {
