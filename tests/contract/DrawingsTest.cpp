@@ -237,8 +237,17 @@ struct Created {
   double x = -1, y = -1, level = -1;
   ExtDataPair* pairs = nullptr;
   int count = -1;
+  const Exports* from = nullptr;
+
+  Created() = default;
+  Created(const Created&) = delete;
+  Created& operator=(const Created&) = delete;
+  ~Created() {
+    if (from != nullptr) from->DeleteBomInfo(pairs, count);
+  }
 
   int Call(const Exports& module, const char* source, int removeInfo = 0) {
+    from = &module;
     return module.Create2dPart(source, id, connection.data(), &capacity, file, &metric, &x, &y,
                                &level, &pairs, &count, removeInfo);
   }

@@ -4,7 +4,7 @@
 #define QUILLMAR_RESOURCE_H
 
 #define IDD_CALLBACK_WINDOW 4000 /* receives the suite's messages and is the floating toolbar */
-#define IDD_ABOUT 4001 /* its text is control 101 */
+#define IDD_ABOUT 4001           /* its text is control 101 */
 #define IDD_HELPER_WINDOW 4002
 /* Forms; who shows them knows their controls. */
 #define IDD_DEPTHS 4003

@@ -3,6 +3,7 @@
 #include "platform/Forms.h"
 
 #include <fcntl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <charconv>
@@ -175,11 +176,12 @@ bool ShowSheet(const DialogSurroundings&, Sheet& sheet) {
   return false;
 }
 
-// The system refuses to write what the process cannot read, instead of ending it.
+// The system refuses to write what the process cannot read, instead of ending it. It is called
+// directly: a sanitizer would look at the memory first.
 bool ReadForeignMemory(const void* from, void* to, std::size_t size) {
   const Pipe pipe;
   const auto wanted = static_cast<ssize_t>(size);
-  return pipe.ends[1] >= 0 && write(pipe.ends[1], from, size) == wanted &&
+  return pipe.ends[1] >= 0 && syscall(SYS_write, pipe.ends[1], from, size) == wanted &&
          read(pipe.ends[0], to, size) == wanted;
 }
 
