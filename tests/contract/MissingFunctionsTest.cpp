@@ -121,12 +121,12 @@ TEST_F(MissingFunctions, OfTheWindowHelper) {
   CompareEach("vxfwnd.dll", {QM_FOREGROUND_FUNCTIONS(CONTRACT_NAME)});
 }
 
-// The binding stops at the first that is missing; those before it work. A sanitizer keeps the
-// functions' names in tables of its own, which the renaming damages.
+// The binding stops at the first that is missing; those before it work. With the library built for
+// the address sanitizer the renaming also hides functions that were not renamed.
 TEST_F(MissingFunctions, OfTheInterProcessLibrary) {
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
-  return;
+  GTEST_SKIP() << "names cannot be changed in an instrumented library";
 #endif
 #endif
   const std::vector<std::string> functions = {QM_IPC_FUNCTIONS(CONTRACT_NAME)};
