@@ -20,8 +20,8 @@
 #include <stdint.h>
 
 #if defined(_WIN32)
-#define QM_CDECL __attribute__((cdecl))
-#define QM_STDCALL __attribute__((stdcall))
+#define QM_CDECL __cdecl
+#define QM_STDCALL __stdcall
 #define QM_EXPORT __declspec(dllexport)
 #else
 #define QM_CDECL

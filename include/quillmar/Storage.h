@@ -137,7 +137,10 @@
   X(Com_CopyProtocol, short, (const char* sourceId, char* newId), (sourceId, newId))
 /* clang-format on */
 
-/* Name under which the library exports its owner-window query. */
+/* Name under which the library exports its owner-window query, and the spellings of it that are
+ * bound when a library does not have that one. */
 #define QM_OWNER_WINDOW_QUERY "Com_GetOwnerHWND"
+#define QM_OWNER_WINDOW_QUERY_SPELLINGS \
+  { "Com_GetOwnerHwnd", "Com_GetOwnerHWnd", "Com_GetOwnerWindow", "Com_GetOwnerWnd" }
 
 #endif /* QUILLMAR_STORAGE_H */

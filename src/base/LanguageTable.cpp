@@ -13,8 +13,6 @@ constexpr std::size_t kTextSize = 2048;
 constexpr const char* kFallbackLanguage = "EN";
 constexpr const char* kSameAsFallback = "~";
 constexpr const char* kMissingText = "Message not found";
-// Numbers beyond this are a damaged file, not a text: the table is an array.
-constexpr int kHighestNumber = 0xFFFF;
 
 // Names of the sections that fit into the list buffer whole. A list that was cut ends with a
 // piece of a name, which is not loaded.
@@ -52,16 +50,13 @@ bool LanguageTable::Load(const std::string& fileName, const std::string& languag
 }
 
 void LanguageTable::Store(int number, std::string text) {
-  if (number < 0 || number > kHighestNumber) return;
-  const auto index = static_cast<std::size_t>(number);
-  if (index >= texts.size()) texts.resize(index + 1);
-  texts[index] = std::move(text);
+  if (number >= 0) texts[number] = std::move(text);
 }
 
 const std::string& LanguageTable::GetText(int number) const {
   static const std::string missing;
-  if (number < 0 || static_cast<std::size_t>(number) >= texts.size()) return missing;
-  return texts[static_cast<std::size_t>(number)];
+  const auto found = texts.find(number);
+  return found == texts.end() ? missing : found->second;
 }
 
 std::optional<std::string> LanguageTable::Replacement(const std::string& text) const {

@@ -1,9 +1,9 @@
 // Numbered user texts, loaded once from the language file.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/WindowTexts.h"
 #include "quillmar/Conventions.h"
@@ -29,7 +29,7 @@ class LanguageTable {
   void Store(int number, std::string text);
   std::optional<std::string> Replacement(const std::string& text) const;
 
-  std::vector<std::string> texts;
+  std::map<int, std::string> texts;
 };
 
 }  // namespace quillmar

@@ -1,6 +1,7 @@
 #include "commands/CadQuestions.h"
 
 #include "base/Texts.h"
+#include "parts/SelectedPart.h"
 #include "parts/TwoStepRead.h"
 
 namespace quillmar {
@@ -8,7 +9,6 @@ namespace {
 
 constexpr int kReferenceSize = 65536;  // first try; the buffer holds a NUL more
 constexpr int kAllPartsSize = 65535;
-constexpr std::size_t kPartNameSize = 1024;
 constexpr std::size_t kAssemblyTextSize = 1024;
 constexpr std::size_t kAssemblyNameSize = 260;
 constexpr std::size_t kAssemblyPathSize = 1024;
@@ -24,20 +24,16 @@ std::string FixedText(char (&buffer)[kSize]) {
 
 }  // namespace
 
-// The first question tells the name and the length of the text, the second gives the text.
 std::optional<std::string> SelectedReference(const CadDriverTable& driver) {
-  char name[kPartNameSize] = "";
-  int size = kReferenceSize;
-  std::string reference;
-  const bool answered = ReadOnce(
-      [&](char* text, int* room) { return driver.GetPart(name, text, room); }, size, reference);
-  // A text beyond the buffer counts as answered: its length is what was asked for.
-  if ((!answered && size <= kReferenceSize) || size < 1) return std::nullopt;
-  const std::string partName = FixedText(name);
+  const auto part = AskSelectedPart(driver);
+  if (!part || part->referenceLength < 1) return std::nullopt;
   const auto ask = [&](char* text, int* room) {
-    return driver.GetProtocol(partName.c_str(), text, room);
+    return driver.GetProtocol(part->name.c_str(), text, room);
   };
-  if (ReadInTwoSteps(ask, size, reference) != ReadResult::Done) return std::nullopt;
+  std::string reference;
+  if (ReadInTwoSteps(ask, part->referenceLength, reference) != ReadResult::Done) {
+    return std::nullopt;
+  }
   return reference;
 }
 

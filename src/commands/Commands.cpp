@@ -44,7 +44,8 @@ bool Fail(const PartServices& services, const char* message, const SourceStamp& 
 std::optional<ActiveAssembly> ObtainActiveAssembly(const CommandContext& context) {
   const CadDriverTable& driver = context.services.driver;
   if (auto assembly = AskActiveAssembly(driver)) return assembly;
-  if (!ConnectNewAssemblyProtocol(context)) return std::nullopt;
+  // Asked again in any case: an add-in may answer 0 for an assembly that it did take.
+  ConnectNewAssemblyProtocol(context);
   return AskActiveAssembly(driver);
 }
 

@@ -17,8 +17,10 @@ GroupInsertTimer::GroupInsertTimer(const CommandContext& owner, CallbackDispatch
     : context(owner), dispatcher(target) {}
 
 std::uintptr_t GroupInsertTimer::Arm() {
-  Stop();
+  // The old one goes last: the system would give its identifier to the new one.
+  const std::uintptr_t replaced = armed;
   armed = platform::StartTimer(kDelay, [this](std::uintptr_t timer) { OnExpired(timer); });
+  if (replaced != 0) platform::StopTimer(replaced);
   return armed;
 }
 

@@ -5,6 +5,7 @@
 #include "commands/ProtocolCreation.h"
 #include "commands/ProtocolKinds.h"
 #include "commands/WorkingCopy.h"
+#include "conversion/ProtocolConverter.h"
 #include "parts/PartFactory.h"
 #include "protocol/ProtocolVocabulary.h"
 
@@ -20,6 +21,7 @@ void RefreshPart(const PartServices& services, const std::string& reference) {
   WorkingCopy copy(services);
   if (!copy.Open(reference, false) || !copy.Protocol().IsReady()) return;
   VXProtocol& protocol = copy.Protocol();
+  ConvertProtocol(services.session, services.converter.get(), protocol, 0);
   if (!IsLinked(protocol)) return;
   protocol.PutCadx(keyword::kFromCad, "1");
   if (const auto part = CreatePartForProtocol(services, protocol)) part->Update();

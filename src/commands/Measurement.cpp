@@ -23,10 +23,8 @@ void Measurement::Request(const std::string& protocolId) {
 void Measurement::SetValue(double value) {
   if (!waiting || !Reopen()) return;
   const std::string protocolId = waiting->GetProtocolID();
-  if (!waiting->PutKeyWord(section::kCallParameters, keyword::kMeasuredValue,
-                           FormatNumber(value))) {
-    return;
-  }
+  // The calculation waits for the answer, with or without a value.
+  waiting->PutKeyWord(section::kCallParameters, keyword::kMeasuredValue, FormatNumber(value));
   ipc.SendModelessMessage(notification::kMeasured, notification::kMeasuredInteger, protocolId);
 }
 

@@ -45,10 +45,10 @@ int CallOptim(const CommandContext& context) {
   if (!OpenSelected(context.services, selected)) return 0;
   if (IsGroup(selected.Protocol())) {
     OptimizeGroup(context, selected.Keep());
-    return 1;
+  } else if (IsForCalculation(selected)) {
+    OptimizeCalculation(context.services, selected);
   }
-  if (!IsForCalculation(selected)) return 0;
-  OptimizeCalculation(context.services, selected);
+  // A part that nothing can be optimized in is no failure.
   return 1;
 }
 

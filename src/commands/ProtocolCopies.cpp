@@ -16,8 +16,8 @@ constexpr const char* kNotCopied[] = {section::kLinksFrom, section::kLinksTo, se
 bool CopyProtocol(const PartServices& services, const std::string& reference,
                   ProtocolTexts& texts) {
   std::string source;
-  if (!VXProtocol::ExtractProtocolID(reference, source, Markers::Standard) || source.empty() ||
-      !VXProtocol::CreateUniquePID(services.protocols, texts.identifier)) {
+  if (!VXProtocol::CreateUniquePID(services.protocols, texts.identifier) ||
+      !VXProtocol::ExtractProtocolID(reference, source, Markers::Standard) || source.empty()) {
     return false;
   }
   VXProtocol copy(services.protocols);

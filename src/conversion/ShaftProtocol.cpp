@@ -99,8 +99,11 @@ Row ReadMaterial(VXProtocol& protocol, NameOf name) {
 
 // --- writing ---
 
+// A store may take an empty value as an order to remove the parameter, and refuse what is not
+// there: either way it stands as it should.
 bool Write(VXProtocol& protocol, const std::string& name, const Parameter& parameter) {
-  return protocol.PutDataParam(name, parameter.value, parameter.unit);
+  return protocol.PutDataParam(name, parameter.value, parameter.unit) ||
+         (parameter.value.empty() && parameter.unit.empty());
 }
 
 bool WriteRows(VXProtocol& protocol, const NumberedList& list, const std::vector<Row>& rows,

@@ -46,13 +46,15 @@ int QM_CDECL Create2dPart(const char* protocolId, char* newId, char* connection,
                           int* connectionCapacity, char* drawingFile, int* metric, double* x,
                           double* y, double* level, ExtDataPair** pairs, int* count,
                           int removeInfo) {
-  GiveText(newId, kIdentifierSize, "");
-  GiveText(drawingFile, kPathSize, "");
   Give(pairs, static_cast<ExtDataPair*>(nullptr));
   Give(count, 0);
   return Forward("Create2dPart", 0, [&](QuillmarApp& app) {
+    // One buffer may be given for the old and the new identifier.
+    const std::string source = Text(protocolId);
+    GiveText(newId, kIdentifierSize, "");
+    GiveText(drawingFile, kPathSize, "");
     quillmar::Drawing drawing;
-    if (!quillmar::Create2dPart(app.Services(), Text(protocolId), removeInfo != 0, drawing)) {
+    if (!quillmar::Create2dPart(app.Services(), source, removeInfo != 0, drawing)) {
       return 0;
     }
     if (!GiveConnection(connection, connectionCapacity, drawing.connection) ||
@@ -82,9 +84,10 @@ int QM_CDECL IsPartMetrics(const char* protocolId, int* metric) {
 }
 
 int QM_CDECL MakePicture(const char* protocolId, char* picturePath) {
-  GiveText(picturePath, kPathSize, "");
   return Forward("MakePicture", 0, [&](QuillmarApp& app) {
-    const std::string path = quillmar::MakePicture(app.Services(), Text(protocolId));
+    const std::string pictured = Text(protocolId);
+    GiveText(picturePath, kPathSize, "");
+    const std::string path = quillmar::MakePicture(app.Services(), pictured);
     return !path.empty() && GiveText(picturePath, kPathSize, path) ? 1 : 0;
   });
 }

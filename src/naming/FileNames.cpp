@@ -156,7 +156,7 @@ class FileNameMaker {
     const bool hasFolder = backslash != std::string::npos;
     name = hasFolder ? path.substr(backslash + 1) : path;
     folder = hasFolder ? path.substr(0, backslash) : std::string();
-    return !name.empty();
+    return true;
   }
 
   bool AskThroughSystem(std::string start, const std::string& filter, const std::string& title) {

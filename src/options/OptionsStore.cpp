@@ -51,8 +51,8 @@ bool AppendTags(platform::Hive hive, const std::string& path, std::vector<BomTag
   for (std::uint32_t index = 0; const auto entry = key.EnumValue(index); ++index) {
     if (entry->value.type != platform::RegistryType::Text) continue;
     const std::string text = entry->value.data.c_str();  // up to the first NUL
-    if (text.size() > kLongestTagText) continue;
     anyText = true;
+    if (text.size() > kLongestTagText) continue;
     if (IsUserTag(entry->name)) tags.push_back({entry->name.substr(kUserTagPrefix.size()), text});
   }
   return anyText;

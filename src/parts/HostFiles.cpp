@@ -79,11 +79,11 @@ void NameOnce(UniqueIds& ids, VXProtocol& protocol) {
 
 }  // namespace
 
-void AnnounceAndReopen(CalcHost& host, VXProtocol& protocol) {
+bool AnnounceAndReopen(CalcHost& host, VXProtocol& protocol) {
   const std::string protocolId = protocol.GetProtocolID();
   protocol.Close();
   host.AnnounceProtocol(protocolId);
-  protocol.Open(protocolId);
+  return protocol.Open(protocolId);
 }
 
 std::string MakeHostFile(const std::string& extension) {
@@ -103,8 +103,10 @@ bool DrawPartFile(const PartServices& services, VXProtocol& protocol, const std:
   if (path.empty()) return false;
   WriteSettings(services, protocol, axis, path);
   NameOnce(services.ids, protocol);
-  AnnounceAndReopen(services.host, protocol);
-  if (services.host.WriteFile(protocol.GetProtocolID(), services.driver.fileType2d)) return true;
+  if (AnnounceAndReopen(services.host, protocol) &&
+      services.host.WriteFile(protocol.GetProtocolID(), services.driver.fileType2d)) {
+    return true;
+  }
   platform::RemoveFile(path);
   path.clear();
   services.errors.ReportError("Cannot save part.", source);

@@ -11,8 +11,8 @@ namespace quillmar {
 inline constexpr const char* kOtherExtension = "tmp";
 
 // Lets the host take note of the protocol. The host works with it meanwhile, so it is closed and
-// opened again.
-void AnnounceAndReopen(CalcHost& host, VXProtocol& protocol);
+// opened again; false when that fails.
+bool AnnounceAndReopen(CalcHost& host, VXProtocol& protocol);
 
 // A new, empty file in the system's temporary folder; its path, empty on failure.
 std::string MakeHostFile(const std::string& extension);

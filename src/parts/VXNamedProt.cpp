@@ -91,8 +91,7 @@ void VXNamedProt::ShowParts(const Members& members) {
 
 // Opening would make anew what is gone, and a group that leads back to itself has no end.
 bool VXNamedProt::IsMember(const std::string& memberId) const {
-  return VXProtocol::ProtocolExists(services.protocols, memberId) != QM_PROTOCOL_MISSING &&
-         !IsDrivenFurtherUp(memberId);
+  return !VXProtocol::IsMissing(services.protocols, memberId) && !IsDrivenFurtherUp(memberId);
 }
 
 // Whether the group itself is put into the CAD.
@@ -110,7 +109,9 @@ VXNamedProt::MemberResult VXNamedProt::DriveMember(const std::string& memberId) 
   MemberResult result;
   if (!IsMember(memberId)) return result;
   VXProtocol member(services.protocols, memberId);
-  if (!member.IsReady() || HandOverBoltedJoint(member)) return result;
+  if (!member.IsReady()) return result;
+  ConvertProtocol(services.session, services.converter.get(), member, 0);
+  if (HandOverBoltedJoint(member)) return result;
   auto part = CreatePartForProtocol(services, member);
   if (!part) return result;
   Drive(*part);
@@ -146,7 +147,8 @@ bool VXNamedProt::PerformOn(VXProtocol& member, VXPart& part, bool fromMemberCad
                                                        : part.Insert(InsertMode::Plain);
 }
 
-// Members are working copies: the CAD object carries what it needs of them.
+// Members are working copies: the CAD object carries what it needs of them. Those that became 2D
+// objects are in the older layout now, which is not for the host.
 void VXNamedProt::LeaveMember(VXProtocol& member) {
   ConvertProtocol(services.session, services.converter.get(), member, 0);
   services.host.AnnounceProtocol(member.GetProtocolID());

@@ -37,6 +37,10 @@ bool ProtocolLibraries::LoadStorage(const std::string& suiteFolder, const std::s
   QM_STORAGE_FUNCTIONS(QM_BIND)
 #undef QM_BIND
   BindFunction(storage.Com_GetOwnerHWND, storageLibrary.module, QM_OWNER_WINDOW_QUERY);
+  for (const char* spelling : QM_OWNER_WINDOW_QUERY_SPELLINGS) {
+    if (storage.Com_GetOwnerHWND) break;
+    BindFunction(storage.Com_GetOwnerHWND, storageLibrary.module, spelling);
+  }
   return true;
 }
 

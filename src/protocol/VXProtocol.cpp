@@ -148,7 +148,8 @@ bool VXProtocol::Attach(const std::string& id) {
 
 bool VXProtocol::AttachExisting(const std::string& id) {
   const int state = ProtocolExists(context, id);
-  return state != QM_PROTOCOL_MISSING && AttachInState(state, id);
+  return (state != QM_PROTOCOL_MISSING || !context.storage.Com_IsProtocolExists) &&
+         AttachInState(state, id);
 }
 
 bool VXProtocol::AttachInState(int state, const std::string& id) {
@@ -225,6 +226,10 @@ bool VXProtocol::CopyByBuffer(const std::string& sourceId) {
 
 int VXProtocol::ProtocolExists(const ProtocolContext& context, const std::string& id) {
   return context.storage.Com_IsProtocolExists(id.c_str());
+}
+
+bool VXProtocol::IsMissing(const ProtocolContext& context, const std::string& id) {
+  return context.storage.Com_IsProtocolExists && ProtocolExists(context, id) == QM_PROTOCOL_MISSING;
 }
 
 bool VXProtocol::OpenById(const ProtocolContext& context, const std::string& id) {

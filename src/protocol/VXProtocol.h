@@ -64,6 +64,8 @@ class VXProtocol {
 
   // QM_PROTOCOL_MISSING, _OPEN, _CLOSED or _HELD_BY_CALCULATION.
   static int ProtocolExists(const ProtocolContext& context, const std::string& protocolId);
+  // Whether opening would make the protocol anew. A library that cannot say so may have it.
+  static bool IsMissing(const ProtocolContext& context, const std::string& protocolId);
   static bool OpenById(const ProtocolContext& context, const std::string& protocolId);
   static bool CloseById(const ProtocolContext& context, const std::string& protocolId);
   static bool EraseById(const ProtocolContext& context, const std::string& protocolId);

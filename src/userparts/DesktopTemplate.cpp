@@ -1,12 +1,12 @@
 #include "userparts/DesktopTemplate.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 
 #include "naming/SafeFileName.h"
 #include "parts/CadListReaders.h"
 #include "parts/ParameterLists.h"
+#include "parts/SelectedPart.h"
 #include "quillmar/UserParts.h"
 #include "userparts/Companions.h"
 #include "userparts/TemplateFile.h"
@@ -28,9 +28,6 @@ constexpr const char* kText = "S";
 // The wizard counts variables from 2; reals are shown with three decimals.
 constexpr int kFirstNumber = 2;
 constexpr int kDecimals = 3;
-
-constexpr std::size_t kPartNameBuffer = 1024;
-constexpr int kReferenceSize = 65536;
 
 // A name and number of three digits at least: "V001".
 std::string VariableKey(std::size_t row) {
@@ -55,15 +52,6 @@ bool WriteVariables(const TemplateFile& file, const std::vector<UserVariable>& v
     data += DataText(variables[row]);
   }
   return file.Put(kData, kDataRow, data);
-}
-
-// Name of the part that is selected in the CAD; empty when there is none.
-std::string SelectedPart(const CadDriverTable& driver) {
-  std::vector<char> name(kPartNameBuffer, '\0');
-  std::vector<char> reference(static_cast<std::size_t>(kReferenceSize) + 1, '\0');
-  int size = kReferenceSize;
-  if (driver.GetPart(name.data(), reference.data(), &size) == 0 || size < 1) return {};
-  return std::string(name.data(), ::strnlen(name.data(), name.size()));
 }
 
 // The CAD knows an object's parameters by the identifier of its protocol; one without a protocol
@@ -115,9 +103,12 @@ std::string WriteDesktopTemplate(const PartServices& services, const DesktopMode
 }
 
 int DataWizard(const PartServices& services) {
+  const auto part = AskSelectedPart(services.driver);
+  if (!part || part->name.empty()) return 0;
+  // What an earlier call left is no answer to this one, whatever the CAD says next.
+  TemplateFile(TempFolderPath() + kFileName).Remove();
   DesktopModel model;
-  model.id = SelectedPart(services.driver);
-  if (model.id.empty()) return 0;
+  model.id = part->name;
   int inch = 0;
   model.isInch = services.driver.IsInchUserPart(model.id.c_str(), &inch) != 0 && inch != 0;
   model.variables = ReadVariables(services, model);

@@ -21,10 +21,8 @@ struct GlobalRow {
 constexpr GlobalRow kGlobals[] = {
     {global::kStandard, "ISO"}, {global::kPreferredStandard, "ISO"}, {global::kLanguage, "NO"}};
 
-// Asks the user when the temporary folder takes no file; empty when he cancels.
-std::string DrawingPath(const PartServices& services) {
-  std::string path = platform::MakeTempFile(platform::TempFolder(), kPrefix, kExtension);
-  if (!path.empty()) return path;
+// Where the user wants the drawing when the temporary folder takes no file; empty when he cancels.
+std::string AskDrawingPath(const PartServices& services) {
   return platform::AskSaveFile({.owner = MainWindow(services.driver),
                                 .initialPath = std::string(kPrefix) + "." + kExtension,
                                 .defaultExtension = kExtension,
@@ -33,11 +31,13 @@ std::string DrawingPath(const PartServices& services) {
       .value_or("");
 }
 
-bool WriteGlobals(VXProtocol& protocol) {
+bool Describe(VXProtocol& protocol, const std::string& drawing) {
   for (const GlobalRow& row : kGlobals) {
     if (!protocol.PutGlobalData(row.item, row.value)) return false;
   }
-  return true;
+  return protocol.PutKeyWord(section::kMain, keyword::kDataFile, kDataFile) &&
+         protocol.PutCadx(keyword::kRecalcAgain, "1") &&
+         protocol.PutCadx(kDxfFileKeyword, drawing);
 }
 
 }  // namespace
@@ -45,19 +45,15 @@ bool WriteGlobals(VXProtocol& protocol) {
 int CallFem(const PartServices& services) {
   VXProtocol protocol(services.protocols);
   if (protocol.CreateNew() == 0) return 0;
-  const std::string drawing = DrawingPath(services);
+  const std::string temporary =
+      platform::MakeTempFile(platform::TempFolder(), kPrefix, kExtension);
+  const std::string drawing = temporary.empty() ? AskDrawingPath(services) : temporary;
   if (drawing.empty()) return 0;
-  if (services.driver.CreateDxfFile(drawing.c_str()) == 0) {
-    platform::RemoveFile(drawing);
+  if (services.driver.CreateDxfFile(drawing.c_str()) == 0 || !Describe(protocol, drawing)) {
+    // A file that the user named may have been there before.
+    if (!temporary.empty()) platform::RemoveFile(temporary);
     return 0;
   }
-  if (!WriteGlobals(protocol) ||
-      !protocol.PutKeyWord(section::kMain, keyword::kDataFile, kDataFile)) {
-    platform::RemoveFile(drawing);
-    return 0;
-  }
-  protocol.PutCadx(keyword::kRecalcAgain, "1");
-  protocol.PutCadx(kDxfFileKeyword, drawing);
   services.host.ShowCalculation(protocol.GetProtocolID());
   return 1;
 }

@@ -55,10 +55,11 @@ TEST_F(LanguageTableTest, SectionsBeyondTheListAreNotLoaded) {
   EXPECT_EQ(table.GetText(1409), "");
 }
 
-TEST_F(LanguageTableTest, ADamagedNumberTakesNoMemory) {
+TEST_F(LanguageTableTest, ALargeNumberTakesNoMemory) {
   ASSERT_TRUE(Load("[2000000000]\r\nEN=far away\r\n[-5]\r\nEN=before\r\n[1]\r\nEN=near\r\n", "EN"));
   EXPECT_EQ(table.GetText(1), "near");
-  EXPECT_EQ(table.GetText(2000000000), "");
+  EXPECT_EQ(table.GetText(2000000000), "far away");
+  EXPECT_EQ(table.GetText(-5), "");
 }
 
 }  // namespace

@@ -216,6 +216,17 @@ TEST_F(Groups, MembersAreDrawnOneAfterTheOtherThenTheGroup) {
   EXPECT_EQ(Record(kept).KeyWord("Cadx", "FromCad"), "1");
 }
 
+TEST_F(Groups, AMemberOfTheOldLayoutIsConvertedBeforeTheCadHasIt) {
+  const std::string gear = Add("gear", kParametricPart);
+  {
+    Record record(gear);
+    record.SetKeyWord("Main", "DataFile", "KeelData|GEAR2").SetParameter("cas", "0.25", "mm");
+    record.SetVersion(1, 0);
+  }
+  Finish();
+  EXPECT_THAT(Calls("InsertParamPart").at(0).arguments, testing::Contains(HasSubstr("cs,0.25")));
+}
+
 TEST_F(Groups, AFailedMemberDoesNotStopTheGroup) {
   const std::string part = Add("part", kParametricPart);
   const std::string kept = Add("kept", kParametricPart);

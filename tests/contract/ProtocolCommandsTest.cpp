@@ -307,10 +307,23 @@ TEST_F(ProtocolCommands, TheOptimizerGetsTheSelectedCalculation) {
   }
   const std::string userPart =
       Select([](Record& r) { r.SetKeyWord("Main", "DataFile", "K|userpart"); });
-  EXPECT_EQ(module.CallOptim(), 0);
+  EXPECT_EQ(module.CallOptim(), 1);
   EXPECT_EQ(StateOf(userPart), 0);
+  EXPECT_EQ(host.Commands().back(), Quoted(kHostShow, id));
   Answer("GetPart", "0");
   EXPECT_EQ(module.CallOptim(), 0);
+}
+
+TEST_F(ProtocolCommands, AnOldLayoutIsConvertedBeforeTheHostHasIt) {
+  const std::string id = Select([](Record& record) {
+    record.SetKeyWord("Main", "DataFile", "KeelData|GEAR2");
+    record.SetParameter("cas", "0.25", "mm").SetVersion(1, 0);
+  });
+  Run(4);
+  EXPECT_EQ(LastTold(kHostUpdate), id);
+  const Record record(id);
+  EXPECT_EQ(record.Parameter("cs"), "0.25 mm");
+  EXPECT_EQ(record.Version(), "2.0");
 }
 
 // --- trees and groups ---
@@ -461,7 +474,7 @@ TEST_F(ProtocolCommands, AnAssemblyWithoutAProtocolGetsOne) {
   Answer("InsertAssembly", "0");
   ForgetCalls();
   Run(7);
-  EXPECT_THAT(Calls("GetAssembly"), SizeIs(1));
+  EXPECT_THAT(Calls("GetAssembly"), SizeIs(2));
 }
 
 TEST_F(ProtocolCommands, RefreshingLinksUpdatesLinkedPartsAndShowsTheGroup) {

@@ -143,6 +143,7 @@ LoadResult LoadLibraryAt(const std::string& path) {
 LoadResult LoadLibraryFromSystem(const std::string& fileName) {
   LoadResult result{Library(), kModuleNotFound};
   if (fileName.empty()) return result;
+  if (const QmModule loaded = FindLoadedModule(fileName)) return LoadLibraryAt(ModulePath(loaded));
   for (const std::string& folder : SearchFolders()) {
     result = LoadLibraryAt(JoinPath(folder, fileName));
     if (result.library) break;

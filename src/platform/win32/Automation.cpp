@@ -148,6 +148,14 @@ std::optional<int> DispatchObject::FindMember(const std::string& name) {
   return static_cast<int>(identifier);
 }
 
+// The table of active objects keeps a program that died for a moment, and a proxy of it that this
+// process still has is handed out without asking: only a call tells whether anybody is there.
+bool IsAlive(IDispatch* object) {
+  UINT count = 0;
+  const HRESULT status = object->GetTypeInfoCount(&count);
+  return SUCCEEDED(status) || StatusOf(status) != AutomationStatus::ServerGone;
+}
+
 std::optional<CLSID> ToClass(const std::string& classId) {
   CLSID identifier;
   if (FAILED(CLSIDFromString(Widen(classId).c_str(), &identifier))) return std::nullopt;
@@ -178,7 +186,8 @@ std::unique_ptr<AutomationObject> FindActiveObject(const std::string& classId) {
   const HRESULT status = object->QueryInterface(IID_IDispatch, &dispatch);
   object->Release();
   if (FAILED(status)) return nullptr;
-  return std::make_unique<DispatchObject>(static_cast<IDispatch*>(dispatch));
+  auto found = std::make_unique<DispatchObject>(static_cast<IDispatch*>(dispatch));
+  return IsAlive(static_cast<IDispatch*>(dispatch)) ? std::move(found) : nullptr;
 }
 
 std::unique_ptr<AutomationObject> CreateAutomationObject(const std::string& classId) {

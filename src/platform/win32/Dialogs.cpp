@@ -39,7 +39,7 @@ void ShowMessage(const std::string& text, const std::string& title, MessageIcon 
 std::optional<std::string> AskFolder(QmWindow owner, const std::string& start,
                                      const std::string& prompt) {
   BROWSEINFOA question{};
-  question.hwndOwner = win32::ToHandle(owner);
+  question.hwndOwner = win32::ToOwner(owner);
   question.lpszTitle = prompt.c_str();
   question.ulFlags = BIF_RETURNONLYFSDIRS;
   question.lpfn = OnFolderBrowser;
@@ -59,7 +59,7 @@ std::optional<std::string> AskSaveFile(const SaveQuestion& question) {
   path.resize(kFileNameSize);
   OPENFILENAMEA dialog{};
   dialog.lStructSize = sizeof dialog;
-  dialog.hwndOwner = win32::ToHandle(question.owner);
+  dialog.hwndOwner = win32::ToOwner(question.owner);
   dialog.lpstrFilter = filter.c_str();
   dialog.nFilterIndex = 1;
   dialog.lpstrFile = path.data();

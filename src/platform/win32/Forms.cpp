@@ -166,7 +166,7 @@ bool ShowSheet(const DialogSurroundings& surroundings, Sheet& sheet) {
   header.dwSize = sizeof header;
   header.dwFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW;
   if (!edited.helpFile.empty()) header.dwFlags |= PSH_HASHELP;
-  header.hwndParent = win32::ToHandle(surroundings.owner);
+  header.hwndParent = win32::ToOwner(surroundings.owner);
   header.hInstance = static_cast<HINSTANCE>(surroundings.resources);
   header.pszCaption = edited.title.c_str();
   header.nPages = static_cast<UINT>(descriptions.size());

@@ -72,13 +72,19 @@ LoadResult LoadLibraryAt(const std::string& path) {
   // What the system answers for a library that it does not find.
   if (!win32::IsFullPath(path)) return {Library{}, ERROR_MOD_NOT_FOUND};
   const QuietLoading quiet;
-  // The library's own folder takes the place of the application's when its libraries are sought.
-  const HMODULE module = LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  // The library's own folder takes the place of the application's when its libraries are sought;
+  // what it shares with the application alone is found the other way.
+  HMODULE module = LoadLibraryExA(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  if (module == nullptr && GetLastError() == ERROR_MOD_NOT_FOUND) {
+    module = LoadLibraryA(path.c_str());
+  }
   const DWORD error = module == nullptr ? GetLastError() : 0;
   return {Library(module), error};
 }
 
 LoadResult LoadLibraryFromSystem(const std::string& fileName) {
+  // Asked for by its name, a library that the process has already is that one.
+  if (const QmModule loaded = FindLoadedModule(fileName)) return LoadLibraryAt(ModulePath(loaded));
   LoadResult result{Library{}, ERROR_MOD_NOT_FOUND};
   for (std::string path : SearchFolders()) {
     result = LoadLibraryAt(path.append("\\").append(fileName));

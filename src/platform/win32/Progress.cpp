@@ -46,7 +46,7 @@ class StaticWindow : public ProgressWindow {
 }  // namespace
 
 std::unique_ptr<ProgressWindow> ProgressWindow::Create(QmWindow owner, const std::string& title) {
-  auto window = std::make_unique<StaticWindow>(win32::ToHandle(owner), title);
+  auto window = std::make_unique<StaticWindow>(win32::ToOwner(owner), title);
   if (!window->IsMade()) return nullptr;
   return window;
 }

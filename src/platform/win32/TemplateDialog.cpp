@@ -46,7 +46,7 @@ bool ShowTemplateDialog(QmModule resources, int dialogTemplate, QmWindow owner,
                         const DialogTranslation& translate, const DialogBehaviour& behaviour) {
   OpenDialog state{translate, behaviour};
   return DialogBoxParamA(static_cast<HMODULE>(resources), MAKEINTRESOURCEA(dialogTemplate),
-                         ToHandle(owner), Procedure, reinterpret_cast<LPARAM>(&state)) == IDOK;
+                         ToOwner(owner), Procedure, reinterpret_cast<LPARAM>(&state)) == IDOK;
 }
 
 std::string ControlText(HWND dialog, int control) {

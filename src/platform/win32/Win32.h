@@ -20,6 +20,12 @@ inline HWND ToHandle(QmWindow window) {
   return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(window));
 }
 
+// The owner of a dialog. A number that is no window would keep the dialog from being shown at all.
+inline HWND ToOwner(QmWindow window) {
+  const HWND handle = ToHandle(window);
+  return IsWindow(handle) ? handle : nullptr;
+}
+
 inline QmWindow ToWindow(HWND handle) {
   return static_cast<QmWindow>(reinterpret_cast<std::uintptr_t>(handle));
 }
