@@ -1,4 +1,5 @@
-/* Entry points of the bolted-connection library `QmarBC.dll` and of the window helper
+/** @file
+ * Entry points of the bolted-connection library `QmarBC.dll` and of the window helper
  * `vxfwnd.dll`. Every one of them may be missing; Quillmar then goes without it.
  *
  * Both libraries are old; callers do not rely on who removes the arguments.
@@ -8,10 +9,12 @@
 
 #include "quillmar/Conventions.h"
 
+/** File name of the library. */
 #define QM_BOLTED_CONNECTION_LIBRARY "QmarBC.dll"
+/** File name of the library that brings windows to the front. */
 #define QM_FOREGROUND_LIBRARY "vxfwnd.dll"
 
-/* X(name, result, (parameters), (argument names)).
+/** X(name, result, (parameters), (argument names)).
  *
  * InsertBoltedConnection  puts the connection of the (closed) protocol into the CAD.
  * EditBoltedConnection    edits it.
@@ -26,7 +29,7 @@
     (protocolId, first, second))                                                                  \
   X(PrepareMCWProtocol, int, (const char* protocolId), (protocolId))
 
-/* McSetForegroundWindow  brings a window of another process to the front. */
+/** McSetForegroundWindow  brings a window of another process to the front. */
 #define QM_FOREGROUND_FUNCTIONS(X)                                                                \
   X(McSetForegroundWindow, int, (QmWindow window), (window))
 /* clang-format on */

@@ -1,4 +1,5 @@
-/* Functions that a CAD add-in exports for Quillmar: the CAD driver.
+/** @file
+ * Functions that a CAD add-in exports for Quillmar: the CAD driver.
  *
  * Quillmar never talks to the CAD itself. At LoginCad it looks these names up in the add-in, a
  * module that is already loaded in the process, and calls nothing but them. All use the C calling
@@ -12,8 +13,8 @@
  *                  through GetProtocol
  *  parameters      "name,value," list, a comma inside a value written "<VXCOMMA>"; it begins with
  *                  "*view*,<view key>,"
- *  filePath        the model file to write, with the markers "<ASM>\", "<WORKSPACE>\", "<LIB>\"
- *                  and "<CONTENTLIB>\" for folders that the CAD resolves
+ *  filePath        the model file to write, with the markers `<ASM>\`, `<WORKSPACE>\`, `<LIB>\`
+ *                  and `<CONTENTLIB>\` for folders that the CAD resolves
  *  modelPath       the library model that a part is made from; may be empty
  *  local           1: made for this design only; 0: a shared standard part
  *  pairs, count    extended data to store with the object; owned by Quillmar
@@ -34,7 +35,7 @@
 
 #include "quillmar/Conventions.h"
 
-/* X(need, name, result, (parameters), (argument names)); need is REQUIRED or OPTIONAL. In the
+/** X(need, name, result, (parameters), (argument names)); need is REQUIRED or OPTIONAL. In the
  * order of lookup at LoginCad.
  *
  * GetMainHwnd               main window of the CAD.
@@ -265,7 +266,7 @@
     (const char* protocolId, char* active, int capacity, char* list),                             \
     (protocolId, active, capacity, list))
 
-/* Looked up by Set2dFileType.
+/** Looked up by Set2dFileType.
  *
  * Insert2dPart, Change2dPart  a drawing file; metric is 1 for millimetres; x, y and level place
  *                             it, in the unit of the drawing.

@@ -1,4 +1,5 @@
-/* Calling conventions, handles and small shared types of every binary contract of Quillmar.
+/** @file
+ * Calling conventions, handles and small shared types of every binary contract of Quillmar.
  *
  * Conventions that hold in all headers of this folder:
  *  1. Texts are zero-terminated 8-bit strings in the system code page. A callee never keeps a
@@ -19,6 +20,12 @@
 
 #include <stdint.h>
 
+/** @def QM_CDECL
+ * The C calling convention: the caller removes the arguments. Conventions differ on Windows alone.
+ * @def QM_STDCALL
+ * The standard calling convention: the function removes its arguments.
+ * @def QM_EXPORT
+ * Marks a function that a library offers to others. */
 #if defined(_WIN32)
 #define QM_CDECL __cdecl
 #define QM_STDCALL __stdcall
@@ -29,6 +36,8 @@
 #define QM_EXPORT __attribute__((visibility("default")))
 #endif
 
+/** @def QM_EXTERN_C
+ * In front of a single declaration that C and C++ share. */
 #ifdef __cplusplus
 #define QM_EXTERN_C extern "C"
 extern "C" {
@@ -36,18 +45,18 @@ extern "C" {
 #define QM_EXTERN_C extern
 #endif
 
-/* A window of the window system; 0 is no window. 32 bits on every target, because handles travel
+/** A window of the window system; 0 is no window. 32 bits on every target, because handles travel
  * through 32-bit outputs, protocol texts and automation integers. */
 typedef uint32_t QmWindow;
 
-/* A loaded library or program of this process; null is none. */
+/** A loaded library or program of this process; null is none. */
 typedef void* QmModule;
 
-/* One extended-data value that the CAD stores with a part. Arrays of pairs are made and freed by
+/** One extended-data value that the CAD stores with a part. Arrays of pairs are made and freed by
  * Quillmar (after the CAD call, or by the export DeleteBomInfo); the CAD only reads them. */
 typedef struct ExtDataPair {
-  char* name;
-  char* value;
+  char* name;  /**< under which the CAD keeps it; never null */
+  char* value; /**< text; never null */
 } ExtDataPair;
 
 #ifdef __cplusplus

@@ -1,4 +1,5 @@
-/* Functions that Quillmar.dll exports to the CAD add-in and to the suite's other programs.
+/** @file
+ * Functions that Quillmar.dll exports to the CAD add-in and to the suite's other programs.
  *
  * Export names are undecorated. All use the C calling convention, ObtainProtocol and
  * GetPartInformation the standard one. Nothing is thrown; bad arguments give the failure result. A
@@ -11,9 +12,9 @@
 #include "quillmar/Conventions.h"
 #include "quillmar/OptionsPage.h"
 
-/* X(name, convention, result, (parameters), (argument names)).
+/** X(name, convention, result, (parameters), (argument names)).
  *
- * AddBomTag         the CAD stores the bill-of-materials entry `key` under "<group>\<name>". Once
+ * AddBomTag         the CAD stores the bill-of-materials entry `key` under `<group>\<name>`. Once
  *                   any entry was registered, those that were not go under the default section.
  *                   Always 1.
  * AddUTDXFPart      asks the user for a name, has the CAD write the open document as a picture and
@@ -26,8 +27,8 @@
  *                   calculation of the drawing; 1, or 0 on a failure before the host is told. The
  *                   drawing is a temporary file named in the protocol.
  * CallOptim         lets the optimizer run the calculation of the object that is selected in the
- *                   CAD, or the group that the object stands for; 1, or 0 when nothing is selected
- *                   that could be optimized.
+ *                   CAD, or the group that the object stands for; 1, also for an object in which
+ *                   there is nothing to optimize; 0 when nothing is selected.
  * CallOptimGM       lets the optimizer run the calculation of the protocol on behalf of the group
  *                   manager; 1 when the protocol opened, else 0.
  * CallUTFunction    queues a function by its number and returns 1 at once; it runs when the
@@ -128,7 +129,7 @@
  *                   group, 0 when the text is no reference. `calculationName` (buffer of the
  *                   caller) and `partType` (1 drawing, 2 and 4 to 7 models and features, 3
  *                   parametric part, 8 calculation, 9 shaft, 10 cam, 0 any other) may be null.
- * GetUnitList       "*view*,<view key>,<name>,<unit>,..." of the calculation's parameters.
+ * GetUnitList       `*view*,<view key>,<name>,<unit>,...` of the calculation's parameters.
  *                     size           in: the most characters that fit, the buffer having room for a
  *                                    NUL more; out: the length of the list
  *                   0 when the list does not fit or the protocol does not open; with the size that
@@ -334,7 +335,8 @@
   X(UpdateExtendedData, QM_CDECL, int, (void), ())
 /* clang-format on */
 
-/* On Windows the names come from the library's module-definition file: an export attribute would
+/** @def QM_MODULE_EXPORT
+ * On Windows the names come from the library's module-definition file: an export attribute would
  * add decorated ones. */
 #if defined(_WIN32)
 #define QM_MODULE_EXPORT
@@ -342,6 +344,7 @@
 #define QM_MODULE_EXPORT QM_EXPORT
 #endif
 
+/** Declares one export. */
 #define QM_DECLARE_EXPORT(name, convention, result, parameters, arguments) \
   QM_EXTERN_C QM_MODULE_EXPORT result convention name parameters;
 QM_EXPORTS(QM_DECLARE_EXPORT)

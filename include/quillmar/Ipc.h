@@ -1,4 +1,5 @@
-/* Entry points of the inter-process library `Tessio.dll`, through which the programs of the suite
+/** @file
+ * Entry points of the inter-process library `Tessio.dll`, through which the programs of the suite
  * send each other numbered notifications.
  *
  * Parameters of a notification do not travel in it: the sender writes them into section
@@ -9,10 +10,10 @@
 
 #include "quillmar/Conventions.h"
 
-/* File name of the library. */
+/** File name of the library. */
 #define QM_IPC_LIBRARY "Tessio.dll"
 
-/* X(name, convention, result, (parameters), (argument names)), in the order of binding; all
+/** X(name, convention, result, (parameters), (argument names)), in the order of binding; all
  * twelve must be there, the binding stops at the first that is missing.
  *
  * LoginToCom           registers this process: mode, the calling module and its name, an integer

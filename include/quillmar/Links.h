@@ -1,4 +1,5 @@
-/* Entry points of the link library `Keellink.dll`, which keeps links between protocols.
+/** @file
+ * Entry points of the link library `Keellink.dll`, which keeps links between protocols.
  *
  * All use the standard calling convention. Results are nonzero for success and 0 for failure;
  * the two counts are 32-bit counts. `growing` buffers follow the rule of Storage.h. Links are
@@ -13,10 +14,10 @@
 
 #include "quillmar/Conventions.h"
 
-/* File name of the library. */
+/** File name of the library. */
 #define QM_LINK_LIBRARY "Keellink.dll"
 
-/* X(name, result, (parameters), (argument names)), in the order of binding.
+/** X(name, result, (parameters), (argument names)), in the order of binding.
  *
  * Link_CreateUniquePID         a new protocol identifier (growing).
  * Link_GetLinksFromCount       number of incoming links.

@@ -1,4 +1,5 @@
-/* Entry points of the storage library `Keelcomm.dll`.
+/** @file
+ * Entry points of the storage library `Keelcomm.dll`.
  *
  * The library keeps protocols: keyed records of sections with keywords, global data items, data
  * parameters (name, value, unit), a buffer of texts, a version and a few named texts. Quillmar
@@ -21,21 +22,24 @@
 #include "quillmar/Conventions.h"
 #include "quillmar/StringList.h"
 
-/* File name of the library. */
+/** File name of the library. */
 #define QM_STORAGE_LIBRARY "Keelcomm.dll"
 
-/* Size in bytes of the identifier buffers of Com_OpenProtocol and Com_CopyProtocol, NUL
- * included, and number of blanks that ask for a new protocol. */
+/** Size in bytes of the identifier buffers of Com_OpenProtocol and Com_CopyProtocol, NUL
+ * included. */
 #define QM_PROTOCOL_ID_BUFFER 260
+/** Number of blanks that ask for a new protocol. */
 #define QM_NEW_PROTOCOL_BLANKS 25
 
-/* Results of Com_IsProtocolExists. */
-#define QM_PROTOCOL_MISSING 0
-#define QM_PROTOCOL_OPEN 1
-#define QM_PROTOCOL_CLOSED 2
-#define QM_PROTOCOL_HELD_BY_CALCULATION 3
+/** @name Results of Com_IsProtocolExists
+ * @{ */
+#define QM_PROTOCOL_MISSING 0             /**< no such protocol */
+#define QM_PROTOCOL_OPEN 1                /**< open in this process */
+#define QM_PROTOCOL_CLOSED 2              /**< in the store, open nowhere */
+#define QM_PROTOCOL_HELD_BY_CALCULATION 3 /**< open in another process of the suite */
+/** @} */
 
-/* X(name, result, (parameters), (argument names)), in the order of binding.
+/** X(name, result, (parameters), (argument names)), in the order of binding.
  *
  * Com_OpenProtocol      opens `protocolId` (buffer of 260 bytes, in/out) and makes it when it
  *                       does not exist; 25 blanks ask for a new protocol, whose identifier is
@@ -137,9 +141,9 @@
   X(Com_CopyProtocol, short, (const char* sourceId, char* newId), (sourceId, newId))
 /* clang-format on */
 
-/* Name under which the library exports its owner-window query, and the spellings of it that are
- * bound when a library does not have that one. */
+/** Name under which the library exports its owner-window query. */
 #define QM_OWNER_WINDOW_QUERY "Com_GetOwnerHWND"
+/** Spellings of it that are bound when a library does not have that one. */
 #define QM_OWNER_WINDOW_QUERY_SPELLINGS \
   { "Com_GetOwnerHwnd", "Com_GetOwnerHWnd", "Com_GetOwnerWindow", "Com_GetOwnerWnd" }
 

@@ -1,4 +1,5 @@
-/* The list of texts that Quillmar and the storage library hand each other (Com_GetBuffer,
+/** @file
+ * The list of texts that Quillmar and the storage library hand each other (Com_GetBuffer,
  * Com_PutBuffer).
  *
  * In the Windows build it has the memory layout of the suite's common framework, version 4.2, so
@@ -19,27 +20,29 @@
 extern "C" {
 #endif
 
-/* Stands directly in front of the characters of each text. */
+/** Stands directly in front of the characters of each text. */
 typedef struct QmTextHeader {
-  int32_t references; /* -1: never share */
-  int32_t length;     /* characters without the NUL */
-  int32_t capacity;   /* characters that fit without the NUL */
+  int32_t references; /**< -1: never share */
+  int32_t length;     /**< characters without the NUL */
+  int32_t capacity;   /**< characters that fit without the NUL */
 } QmTextHeader;
 
+/** One text of a list. */
 typedef struct QmStringNode {
-  struct QmStringNode* next;
-  struct QmStringNode* previous;
-  char* text; /* points behind its QmTextHeader; never null */
+  struct QmStringNode* next;     /**< null at the end */
+  struct QmStringNode* previous; /**< null at the beginning */
+  char* text;                    /**< points behind its QmTextHeader; never null */
 } QmStringNode;
 
+/** The list itself. */
 typedef struct QmStringList {
-  const void* virtualTable;
-  QmStringNode* head;
-  QmStringNode* tail;
-  int32_t count;
-  QmStringNode* freeNodes;
-  void* blocks;
-  int32_t blockSize;
+  const void* virtualTable; /**< of the framework's class, or of one whose functions do nothing */
+  QmStringNode* head;       /**< first text; null in an empty list */
+  QmStringNode* tail;       /**< last text; null in an empty list */
+  int32_t count;            /**< texts */
+  QmStringNode* freeNodes;  /**< the owner's spare nodes */
+  void* blocks;             /**< the owner's memory for nodes */
+  int32_t blockSize;        /**< nodes that the owner allocates at once */
 } QmStringList;
 
 #ifdef __cplusplus
@@ -65,7 +68,7 @@ static_assert(offsetof(QmStringList, virtualTable) == 0 && offsetof(QmStringList
 
 namespace quillmar {
 
-/* The texts of a list in order, whoever made it. Stops at the end of the chain or when the list's
+/** The texts of a list in order, whoever made it. Stops at the end of the chain or when the list's
  * own count is reached. Texts are read up to their NUL, which the framework always writes; the
  * header is not looked at, so that a library whose texts lack it is understood as well. */
 inline std::vector<std::string_view> TextsOf(const QmStringList* list) {
@@ -79,10 +82,11 @@ inline std::vector<std::string_view> TextsOf(const QmStringList* list) {
   return texts;
 }
 
-/* A list of our own, to be handed to the other side for reading. It owns its nodes and texts and
+/** A list of our own, to be handed to the other side for reading. It owns its nodes and texts and
  * lives as long as the other side may read it. */
 class StringList {
  public:
+  /** Copies the texts. */
   explicit StringList(const std::vector<std::string_view>& texts) {
     nodes.resize(texts.size());
     std::size_t bytes = 0;
@@ -112,7 +116,7 @@ class StringList {
   StringList(const StringList&) = delete;
   StringList& operator=(const StringList&) = delete;
 
-  /* Valid as long as this object lives. */
+  /** Valid as long as this object lives. */
   QmStringList* Get() { return &list; }
 
  private:

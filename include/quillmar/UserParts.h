@@ -1,4 +1,5 @@
-/* The companions that finish user parts: the LISP generator `lispora.dll`, the data wizard and the
+/** @file
+ * The companions that finish user parts: the LISP generator `lispora.dll`, the data wizard and the
  * import wizard. All lie in the companion folder: what the calculation host answers to
  * QM_HOST_COMPANION_FOLDER, the suite's folder without a host.
  *
@@ -9,21 +10,22 @@
 
 #include "quillmar/Conventions.h"
 
+/** File name of the generator. */
 #define QM_LISP_LIBRARY "lispora.dll"
-/* Written by the generator beside itself when it fails: a text for the user. */
+/** Written by the generator beside itself when it fails: a text for the user. */
 #define QM_LISP_ERRORS "lispora.err"
 
-/* Started with the path of a template description (".tmu") as its whole parameter. */
+/** Started with the path of a template description (".tmu") as its whole parameter. */
 #define QM_DATA_WIZARD "DATROVA.EXE"
-/* Started with "/C " and the identifier of a protocol that describes the file to import. */
+/** Started with "/C " and the identifier of a protocol that describes the file to import. */
 #define QM_IMPORT_WIZARD "INMOVA.EXE"
 
-/* X(name, result, (parameters), (argument names)).
+/** X(name, result, (parameters), (argument names)).
  *
  * GenerateLisp  translates a drawing into a LISP description. The module passes:
  *                 dxfPath       the drawing
  *                 outputBase    path without extension of the files to write; the description is
- *                               <outputBase>.lsp
+ *                               outputBase + ".lsp"
  *                 view          "USER"
  *                 picture       empty
  *                 mode          0
