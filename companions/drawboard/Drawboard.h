@@ -24,6 +24,10 @@
  * Drawboard_SetFolder     leads a marker ("ASM", "WORKSPACE", "LIB", "CONTENTLIB") elsewhere.
  * Drawboard_Select        selects an object by name or protocol identifier, as the user does with
  *                         the mouse; empty: nothing is selected.
+ * Drawboard_Place         puts an object of the designer's own making into the document, or one that
+ *                         came from an older document: it carries the reference text `connection`.
+ *                         `kind` is a word of the document ("part", "shaft" ...); `name` is made
+ *                         unique.
  * Drawboard_SetParameter  changes a parameter of an object, as the designer does in the CAD.
  * Drawboard_AnswerFile    path that the next file dialog gives; without it a dialog is cancelled.
  * Drawboard_AnswerPoint   point that the next pick gives.
@@ -38,6 +42,8 @@
   X(Drawboard_SaveDocument, int, (const char* path), (path))                                      \
   X(Drawboard_SetFolder, int, (const char* marker, const char* folder), (marker, folder))         \
   X(Drawboard_Select, int, (const char* name), (name))                                            \
+  X(Drawboard_Place, int, (const char* kind, const char* name, const char* connection),            \
+    (kind, name, connection))                                                                     \
   X(Drawboard_SetParameter, int,                                                                  \
     (const char* object, const char* parameter, const char* value), (object, parameter, value))   \
   X(Drawboard_AnswerFile, int, (const char* path), (path))                                        \

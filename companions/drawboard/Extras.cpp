@@ -44,6 +44,20 @@ int Drawboard_Select(const char* name) {
   return 1;
 }
 
+int Drawboard_Place(const char* kind, const char* name, const char* connection) {
+  const auto known = KindFromWord(TextOf(kind));
+  if (!known) throw BoardError("There is no kind of objects \"" + TextOf(kind) + "\"");
+  BoardObject object;
+  object.kind = *known;
+  object.connection = TextOf(connection);
+  object.caption = TextOf(name);
+  TheBoard().Insert(std::move(object), {}, [&](BoardObject& placed, Document& next, FileChanges&) {
+    placed.name.clear();
+    placed.name = next.FreeName(placed.caption.empty() ? KindWord(placed.kind) : placed.caption);
+  });
+  return 1;
+}
+
 int Drawboard_SetParameter(const char* object, const char* parameter, const char* value) {
   const std::string id = TheBoard().Require(TextOf(object)).protocolId;
   const std::string name = TextOf(parameter);

@@ -48,6 +48,9 @@ Cad::Cad(const std::string& path) : library(Load(path)) {
 #define SESSION_BIND(name, result, parameters, arguments) Bind(library, #name, call.name);
   DRAWBOARD_FUNCTIONS(SESSION_BIND)
 #undef SESSION_BIND
+#define SESSION_BIND(need, name, result, parameters, arguments) Bind(library, #name, sheet.name);
+  QM_CAD_2D_FUNCTIONS(SESSION_BIND)
+#undef SESSION_BIND
 }
 
 bool Cad::HasMessages() {

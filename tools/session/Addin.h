@@ -7,6 +7,7 @@
 
 #include "drawboard/Drawboard.h"
 #include "platform/Modules.h"
+#include "quillmar/CadDriver.h"
 #include "quillmar/Exports.h"
 
 namespace session {
@@ -24,11 +25,25 @@ struct CadFunctions {
 #undef SESSION_FIELD
 };
 
+// What the add-in does with a drawing that the module made for it.
+struct SheetFunctions {
+#define SESSION_FIELD(need, name, result, parameters, arguments) \
+  result(QM_CDECL* name) parameters = nullptr;
+  QM_CAD_2D_FUNCTIONS(SESSION_FIELD)
+#undef SESSION_FIELD
+};
+
 struct ModuleFunctions {
 #define SESSION_FIELD(name, convention, result, parameters, arguments) \
   result(convention* name) parameters = nullptr;
   QM_EXPORTS(SESSION_FIELD)
 #undef SESSION_FIELD
+};
+
+// The user wants no more of the session.
+class SessionInterrupted : public SessionError {
+ public:
+  SessionInterrupted() : SessionError("It was interrupted.") {}
 };
 
 // The CAD that runs in this process.
@@ -38,6 +53,7 @@ class Cad {
   explicit Cad(const std::string& path);
 
   CadFunctions call;
+  SheetFunctions sheet;
 
   bool HasMessages();
   // What the CAD had to say, since it was asked last; UTF-8.

@@ -24,6 +24,11 @@ std::string Text(const DocumentJson& object, const char* key) {
   return object[key].get<std::string>();
 }
 
+std::string TextOf(const DocumentJson& document, const std::string& objectName, const char* key) {
+  const DocumentJson* object = FindObject(document, objectName);
+  return object != nullptr ? Text(*object, key) : std::string();
+}
+
 // "<row>_" of a numbered parameter "<row>_<number>", empty for others.
 std::string RowOf(const std::string& name) {
   const auto end = name.find_last_not_of("0123456789");
@@ -84,8 +89,8 @@ std::string ViewedObject(const DocumentJson& document, const DocumentJson& objec
   return names.empty() ? id : names.front();
 }
 
-std::string ObjectText(const DocumentJson& document, const DocumentJson& object, bool last,
-                       std::size_t width) {
+std::string ObjectText(const DocumentJson& document, const DocumentJson& object,
+                       const Origins& origins, bool last, std::size_t width) {
   const std::string unit = Text(document, "unit");
   const std::string indent = last ? "     " : "│    ";
   std::string text =
@@ -94,11 +99,17 @@ std::string ObjectText(const DocumentJson& document, const DocumentJson& object,
     if (!value.empty()) text += fmt::format("{}{:<11}{}\n", indent, title, value);
   };
   line("caption", Text(object, "caption"));
+  if (const auto steps = origins.find(Text(object, "name")); steps != origins.end()) {
+    for (const std::string& step : steps->second) line("came by", step);
+  }
   line("file", Text(object, "file"));
   line("given as", Text(object, "filePath"));
   line("model", Text(object, "modelPath"));
   line("view of", ViewedObject(document, object));
   line("feature of", Text(object, "featureOf"));
+  if (const auto sheet = object.find("placement"); sheet != object.end() && sheet->is_object()) {
+    line("drawing", sheet->value("drawingFile", std::string()));
+  }
   line("protocol", Text(object, "protocolId"));
   line("changes", std::to_string(object["changes"].get<int>()));
   line("body", PropertyLine(object, unit));
@@ -136,16 +147,50 @@ int ChangesOf(const DocumentJson& document, const std::string& objectName) {
 }
 
 std::string ProtocolOf(const DocumentJson& document, const std::string& objectName) {
-  const DocumentJson* object = FindObject(document, objectName);
-  return object != nullptr ? Text(*object, "protocolId") : std::string();
+  return TextOf(document, objectName, "protocolId");
 }
 
-std::string ModelText(const DocumentJson& document, std::size_t width) {
+std::string KindOf(const DocumentJson& document, const std::string& objectName) {
+  return TextOf(document, objectName, "kind");
+}
+
+std::string ConnectionOf(const DocumentJson& document, const std::string& objectName) {
+  return TextOf(document, objectName, "connection");
+}
+
+std::optional<std::string> ObjectOfKind(const DocumentJson& document, const std::string& kind) {
+  for (const DocumentJson& object : document["objects"]) {
+    if (object["kind"] == kind) return Text(object, "name");
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> ParameterOf(const DocumentJson& document,
+                                       const std::vector<std::string>& objectNames,
+                                       const std::string& parameter) {
+  for (const std::string& name : objectNames) {
+    const DocumentJson* object = FindObject(document, name);
+    if (object == nullptr) continue;
+    const auto found = (*object)["parameters"].find(parameter);
+    if (found != (*object)["parameters"].end()) return found->get<std::string>();
+  }
+  return std::nullopt;
+}
+
+bool BelongsToLongRow(const DocumentJson& object, const std::string& parameter) {
+  const std::string row = RowOf(parameter);
+  if (row.empty()) return false;
+  int count = 0;
+  for (const auto& each : object["parameters"].items()) count += RowOf(each.key()) == row ? 1 : 0;
+  return count > kLongestRow;
+}
+
+std::string ModelText(const DocumentJson& document, const Origins& origins, std::size_t width) {
   const DocumentJson& objects = document["objects"];
   std::string text = fmt::format("{}  (assembly, {}; {} objects)\n", Text(document, "name"),
                                  Text(document, "unit"), objects.size());
   for (std::size_t i = 0; i < objects.size(); ++i) {
-    text += ObjectText(document, objects[i], i + 1 == objects.size(), width);
+    text += ObjectText(document, objects[i], origins, i + 1 == objects.size(), width);
   }
   return text;
 }

@@ -1,7 +1,9 @@
 // The model that stands in the CAD, as text: tree, parameters with units, files, properties.
 #pragma once
 
+#include <map>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +25,27 @@ int ChangesOf(const DocumentJson& document, const std::string& objectName);
 // Present protocol identifier of an object, empty when there is no such object.
 std::string ProtocolOf(const DocumentJson& document, const std::string& objectName);
 
+// Words and texts of an object, empty when there is no such object.
+std::string KindOf(const DocumentJson& document, const std::string& objectName);
+std::string ConnectionOf(const DocumentJson& document, const std::string& objectName);
+
+// Name of the first object of that kind.
+std::optional<std::string> ObjectOfKind(const DocumentJson& document, const std::string& kind);
+
+// Value of a parameter of the first of the objects that has one of that name.
+std::optional<std::string> ParameterOf(const DocumentJson& document,
+                                       const std::vector<std::string>& objectNames,
+                                       const std::string& parameter);
+
+// What each object owes its place to, by its name.
+using Origins = std::map<std::string, std::vector<std::string>>;
+
 // The tree for people, lines of about `width` characters.
-std::string ModelText(const DocumentJson& document, std::size_t width);
+std::string ModelText(const DocumentJson& document, const Origins& origins, std::size_t width);
+
+// True for a parameter of a long numbered row, such as a point of a cam's profile, of which people
+// see only the ends.
+bool BelongsToLongRow(const DocumentJson& object, const std::string& parameter);
 
 // Characters of a UTF-8 text, for columns.
 std::size_t WidthOf(const std::string& utf8);

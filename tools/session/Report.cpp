@@ -17,13 +17,40 @@ std::string Heading(const std::string& text, bool colours) {
                  : fmt::format("\n{}\n{}\n", text, std::string(text.size(), '='));
 }
 
+// How each object came about: the steps that made and changed it.
+Origins OriginsOf(const SessionData& data) {
+  Origins origins;
+  for (std::size_t i = 0; i < data.steps.size(); ++i) {
+    const StepRecord& step = data.steps[i];
+    for (const std::string& object : step.objects) {
+      origins[object].push_back(fmt::format("step {}, {}", i + 1, step.title));
+    }
+  }
+  return origins;
+}
+
+std::string StepsText(const SessionData& data) {
+  std::string text;
+  for (std::size_t i = 0; i < data.steps.size(); ++i) {
+    const StepRecord& step = data.steps[i];
+    text += fmt::format("{:>3}. {}  ({:.3f} s)\n", i + 1, step.title,
+                        static_cast<double>(step.end - step.begin) / 1e6);
+    for (const std::string& line : step.results) text += "     " + line + "\n";
+    if (!step.failure.empty()) text += "     failed: " + step.failure + "\n";
+  }
+  return text;
+}
+
 std::string Sections(const Session& session, const ReportStyle& style, std::size_t modelWidth) {
+  const SessionData data = session.Data();
   std::string text = Heading("Timeline", style.colours);
   text += session.Calls().Text(style.allCalls, style.width);
-  if (session.DocumentText().empty()) return text;
-  const auto document = DocumentJson::parse(session.DocumentText());
+  text += Heading("Steps", style.colours);
+  text += StepsText(data);
+  if (data.document.empty()) return text;
+  const auto document = DocumentJson::parse(data.document);
   text += Heading("Model in the CAD", style.colours);
-  text += ModelText(document, modelWidth);
+  text += ModelText(document, OriginsOf(data), modelWidth);
   text += Heading("Bill of materials", style.colours);
   text += BillText(MakeBillOfMaterials(document));
   return text;
@@ -43,9 +70,10 @@ std::string ReportText(const Session& session, const ReportStyle& style) {
 void WriteReport(const Session& session, const std::string& folder) {
   const ReportStyle style{false, true, kFileWidth};
   Write(folder, "session.txt", Sections(session, style, kFileModelWidth));
-  if (session.DocumentText().empty()) return;
-  Write(folder, "document.json", session.DocumentText());
-  const auto document = DocumentJson::parse(session.DocumentText());
+  const std::string text = session.Data().document;
+  if (text.empty()) return;
+  Write(folder, "document.json", text);
+  const auto document = DocumentJson::parse(text);
   Write(folder, "bom.csv", BillCsv(MakeBillOfMaterials(document)));
 }
 

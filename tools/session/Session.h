@@ -7,11 +7,13 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "session/Addin.h"
 #include "session/Job.h"
 #include "session/Model.h"
 #include "session/Orders.h"
+#include "session/SessionData.h"
 #include "session/Timeline.h"
 
 namespace session {
@@ -19,22 +21,34 @@ namespace session {
 struct SessionSetup {
   std::string drive;                  // root of the machine's drive, without trailing backslash
   std::chrono::seconds patience{30};  // for what the host and the module have to do
+  bool continued = false;             // on the document of that name that the machine has
+};
+
+// What the session tells while it runs. Any of them may be empty.
+struct SessionWatcher {
+  std::function<void(const std::string& line)> tell;  // something was done
+  // A step is under way, of so many; called again while it is waited for.
+  std::function<void(std::size_t step, std::size_t count, const std::string& title)> progress;
+  std::function<bool()> interrupted;  // the user wants the session to end
 };
 
 class Session {
  public:
-  // `tell` is called with a line for the user whenever a step is done.
-  Session(const Job& job, const SessionSetup& setup, std::function<void(const std::string&)> tell);
+  Session(const Job& job, const SessionSetup& setup, SessionWatcher watcher);
 
-  // Throws a SessionError that says which step failed and why.
+  // Throws a SessionError that says which step failed and why, a SessionInterrupted when the user
+  // ended it.
   void Run();
 
   const Timeline& Calls() const { return timeline; }
-  // The document as the session left it; an empty text when there was none yet.
-  const std::string& DocumentText() const { return documentText; }
+  // What was done so far and, when Run has ended in whichever way, the document.
+  SessionData Data() const;
 
  private:
+  using Names = std::vector<std::string>;
+
   void RunSteps();
+  void RunStep(const Step& step);
   // After a failure: whatever can still be had of the document.
   void KeepDocument();
   void BeginDocument();
@@ -45,35 +59,96 @@ class Session {
   void Perform(const Change& change);
   void Perform(const Settings& settings);
   void Perform(const NewLogin& step);
+  void Perform(const Group& group);
+  void Perform(const Assembly& assembly);
+  void Perform(const Drawing& drawing);
+  void Perform(const Format& format);
+  void Perform(const OldPart& part);
+  void Perform(const UserPart& part);
+  void Perform(const LinkRefresh& step);
+  void Perform(const GroupManager& step);
 
-  // Lets the user select the first part of a calculation; an empty name selects nothing.
-  void Select(const std::string& calculationName);
+  // --- calculations (CalculationSteps.cpp) ---
+
+  // An order for the host; throws when it cannot be written.
+  std::string Order(const std::string& calculation, const std::string& protocolId,
+                    const Inputs& inputs);
+  // After the host was asked to show it: waits for the answer and for the parts, which become the
+  // objects of the step.
+  void AwaitParts(const std::string& calculation, const std::string& order);
+  // As a user does who opens the calculation behind an object: the add-in hands the object's
+  // protocol to the module, then lets the host show it.
+  void ShowCalculationOf(const std::string& objectName);
+  // The same with other values; `objects` must follow. Their calculation has that data-file type.
+  void Recalculate(const std::string& calculation, const Names& objects, const Inputs& inputs);
+  // Whether an object has these values already.
+  bool HasInputs(const Names& objects, const Inputs& inputs);
+
+  // --- drawings (DrawingSteps.cpp) ---
+  struct Sheet;
+  Sheet MakeDrawing(const std::string& protocolId);
+  void PlaceDrawing(Sheet& sheet, const std::string& standing);
+
+  // --- programs of the suite (UserPartSteps.cpp, GroupSteps.cpp) ---
+
+  // How often a program of the suite that records its runs has run.
+  int RunsOf(const char* program) const;
+  // Waits for its next run; throws when the program refused what it was given.
+  void AwaitRun(const char* program, int runsBefore);
+
+  // --- the step that is carried out ---
+
+  // A call of the module that must give `expected`, named for the timeline.
+  template <typename Operation>
+  int Call(const char* function, const std::string& arguments, Operation operation) {
+    return timeline.Call(function, arguments, operation);
+  }
+  void Note(std::string line);
+  // What was done, told to the user too.
+  void Done(const std::string& line);
+  // The objects of the step, under whose name later steps find them.
+  void Leave(const std::string& calculation, Names objects, bool made);
+  // Those of the names, from an earlier session, that stand in the document; none in a new one.
+  Names Standing(const Names& objects);
+  // Objects of the document that are not in `before`.
+  Names NewObjects(const DocumentJson& before);
+  // Waits for one at least.
+  Names AwaitNewObjects(const DocumentJson& before, const std::string& expected);
+  // Lets the user select an object of the step of that name; an empty name selects nothing.
+  void Select(const std::string& stepName);
 
   // Waits, while messages are dispatched, until the host has answered; throws when it refuses.
-  std::vector<std::string> AwaitAnswer(const std::string& what, const std::string& order);
+  Names AwaitAnswer(const std::string& order);
   // Waits until `done` says so of the document.
-  void AwaitDocument(const std::string& what, const std::string& expected,
+  void AwaitDocument(const std::string& expected,
                      const std::function<bool(const DocumentJson&)>& done);
+  void AwaitChanges(const DocumentJson& before, const Names& objects);
   // False when the patience was over, or when `hopeless` said so after a while.
   bool PumpUntil(const std::function<bool()>& done, const std::function<bool()>& hopeless);
   DocumentJson Document();
-  // `what`, followed by what the CAD had to say about it.
+  // The step failed: `what`, followed by what the CAD had to say about it.
   [[noreturn]] void Fail(const std::string& what);
   void Require(int result, const std::string& what);
 
   const Job& job;
   SessionSetup setup;
-  std::function<void(const std::string&)> tell;
+  SessionWatcher watcher;
   Timeline timeline;  // before the libraries: they look for the trace when they are loaded
   Orders orders;
   Cad cad;
   std::optional<Module> module;
   struct Started {
-    std::string calculation;           // data-file type
-    std::vector<std::string> objects;  // names in the CAD's document, UTF-8
+    std::string calculation;  // data-file type; empty for what is not calculated
+    Names objects;            // names in the CAD's document, UTF-8
   };
   std::map<std::string, Started> started;  // by the names of the job
+  std::vector<StepRecord> records;
   std::string documentText;
 };
+
+// --- what the files of the steps share ---
+
+// For people: names, each in quotation marks.
+std::string ListOf(const std::vector<std::string>& names);
 
 }  // namespace session

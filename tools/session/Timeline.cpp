@@ -91,12 +91,17 @@ void Timeline::End(std::size_t place, const std::string& result) {
   own[place].duration = Now() - own[place].microseconds;
 }
 
-std::string Timeline::Text(bool all, std::size_t width) const {
+std::vector<TracedCall> Timeline::Calls() const {
   std::vector<TracedCall> calls = reader.Read();
   calls.insert(calls.end(), own.begin(), own.end());
   std::stable_sort(calls.begin(), calls.end(), [](const TracedCall& left, const TracedCall& right) {
     return left.microseconds < right.microseconds;
   });
+  return calls;
+}
+
+std::string Timeline::Text(bool all, std::size_t width) const {
+  const std::vector<TracedCall> calls = Calls();
   std::string text;
   auto title = titles.cbegin();
   const auto tellTitles = [&](std::int64_t until) {

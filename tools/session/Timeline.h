@@ -30,6 +30,11 @@ class Timeline {
     return result;
   }
 
+  // All calls in the order in which they began, and the time since the session began in
+  // microseconds.
+  std::vector<quillmar::recorder::TracedCall> Calls() const;
+  std::int64_t Now() const;
+
   // The lines, each with its line end. Unless `all` is set, calls of the stores one after the
   // other are told in one line.
   std::string Text(bool all, std::size_t width) const;
@@ -37,7 +42,6 @@ class Timeline {
  private:
   std::size_t Begin(const char* function, const std::string& arguments);
   void End(std::size_t place, const std::string& result);
-  std::int64_t Now() const;
 
   quillmar::recorder::TraceControl control;
   quillmar::recorder::TraceReader reader;

@@ -6,6 +6,7 @@
 #include "hexaplan/calculation/ShaftCalculation.h"
 #include "hexaplan/calculation/SheetFormatCalculation.h"
 #include "hexaplan/calculation/SpurGearCalculation.h"
+#include "hexaplan/calculation/SurfaceSymbolCalculation.h"
 
 namespace hexaplan {
 
@@ -33,8 +34,8 @@ std::vector<CalculatedPart> Calculate(const Calculation& calculation, Inputs& in
 
 const Calculation* FindCalculation(const std::string& dataFileType) {
   const NameLess less;
-  for (const Calculation* each :
-       {&SpurGears(), &Shafts(), &DiscCams(), &BoltedJoints(), &ParallelKeys(), &SheetFormats()}) {
+  for (const Calculation* each : {&SpurGears(), &Shafts(), &DiscCams(), &BoltedJoints(),
+                                  &ParallelKeys(), &SheetFormats(), &SurfaceSymbols()}) {
     if (!less(dataFileType, each->DataFile()) && !less(each->DataFile(), dataFileType)) return each;
   }
   return nullptr;

@@ -11,7 +11,15 @@ namespace hexaplan {
 
 // Kinds of CAD objects that a calculation can yield, by their protocol number. A feature adds
 // material to the part that it belongs to, a cut takes it away.
-enum class PartKind { Parametric = 2, Feature = 7, Cut = 8, Shaft = 9, Format = 12, Cam = 14 };
+enum class PartKind {
+  Parametric = 2,
+  Feature = 7,
+  Cut = 8,
+  Shaft = 9,
+  Format = 12,
+  Symbol = 13,
+  Cam = 14
+};
 
 struct CalculatedPart {
   PartKind kind = PartKind::Parametric;

@@ -136,13 +136,8 @@ RunResult CalculationRun::Run(const std::string& protocolId, RunReason reason) c
   if (reason != RunReason::Silent) order = orders.Find(type, record->Id());
   if (reason == RunReason::Shown && !order && !IsDue(*record)) return result;
 
-  const quillmar::platform::StandardFloatingPoint arithmetic;
-  try {
-    result = Calculate(*calculation, *record, order);
-  } catch (const InputError& error) {
-    result.message = error.what();
-    record->PutKeyWord(kHostSection, kMessage, result.message);
-  }
+  result = TryToCalculate(*calculation, *record, order);
+  if (result.olderLayout && reason == RunReason::Shown) return result;
   if (order && result.calculated) {
     orders.AnswerCalculated(*order, result.code, JoinList(result.protocols));
   } else if (order) {
@@ -151,12 +146,38 @@ RunResult CalculationRun::Run(const std::string& protocolId, RunReason reason) c
   return result;
 }
 
+RunResult CalculationRun::RunMember(const std::string& protocolId, const Order& fields) const {
+  RunResult result;
+  auto record = ProtocolRecord::Open(store, protocolId);
+  const Calculation* calculation = record ? FindCalculation(record->DataFileType()) : nullptr;
+  if (calculation == nullptr) {
+    result.message = "There is no such calculation.";
+    return result;
+  }
+  return TryToCalculate(*calculation, *record, fields);
+}
+
+RunResult CalculationRun::TryToCalculate(const Calculation& calculation, ProtocolRecord& record,
+                                         const std::optional<Order>& order) const {
+  const quillmar::platform::StandardFloatingPoint arithmetic;
+  try {
+    return Calculate(calculation, record, order);
+  } catch (const InputError& error) {
+    RunResult result;
+    result.shown = true;
+    result.message = error.what();
+    record.PutKeyWord(kHostSection, kMessage, result.message);
+    return result;
+  }
+}
+
 RunResult CalculationRun::Calculate(const Calculation& calculation, ProtocolRecord& record,
                                     const std::optional<Order>& order) const {
   RunResult result;
   result.shown = true;
   result.code = StandsInCad(record) ? QM_CALLBACK_RECALCULATED : QM_CALLBACK_NEW_PART;
   if (calculation.HasOlderLayout() && record.MajorVersion() == 1 && !record.Parameters().empty()) {
+    result.olderLayout = true;
     result.message = "The protocol has the older layout and must be converted first.";
     return result;
   }

@@ -20,6 +20,7 @@ enum class RunReason {
 struct RunResult {
   bool shown = false;  // the host knows the protocol and its calculation
   bool calculated = false;
+  bool olderLayout = false;            // not calculated: the CAD side must convert it first
   int code = 0;                        // callback code of what was calculated
   std::vector<std::string> protocols;  // their identifiers, the one that was shown first
   std::string message;                 // what the user is told when it could not be calculated
@@ -31,13 +32,21 @@ class CalculationRun {
   CalculationRun(const ProtocolStore& store, Orders orders, std::string modelsFolder);
 
   // A view of a calculation is calculated with its main protocol, which is what the result names.
+  // A protocol of the older layout that was shown is left waiting with its order.
   RunResult Run(const std::string& protocolId, RunReason reason) const;
+
+  // Runs it with the fields of a group's order, which is not answered here.
+  RunResult RunMember(const std::string& protocolId, const Order& fields) const;
+
+  const Orders& Ordered() const { return orders; }
 
   // Writes into the protocol of a view what its main protocol's calculation says about it. Other
   // protocols stay as they are.
   void CompleteView(const std::string& protocolId) const;
 
  private:
+  RunResult TryToCalculate(const Calculation& calculation, ProtocolRecord& record,
+                           const std::optional<Order>& order) const;
   RunResult Calculate(const Calculation& calculation, ProtocolRecord& record,
                       const std::optional<Order>& order) const;
   void WritePart(ProtocolRecord& record, const Calculation& calculation, const CalculatedPart& part,

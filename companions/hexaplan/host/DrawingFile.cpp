@@ -4,6 +4,7 @@
 
 #include "drawboard/DriveFiles.h"
 #include "hexaplan/calculation/SheetFormatCalculation.h"
+#include "hexaplan/calculation/SurfaceSymbolCalculation.h"
 #include "hexaplan/host/Shapes.h"
 #include "platform/System.h"
 
@@ -91,10 +92,27 @@ Shapes DrawSheet(const Values& values) {
   return shapes;
 }
 
-Shapes DrawPart(const std::string& dataFileType, const Values& values) {
-  if (quillmar::platform::EqualsNoCase(dataFileType, SheetFormats().DataFile())) {
-    return DrawSheet(values);
+// The angle on the surface at the origin, its right arm the longer one; a bar closes it where
+// material is removed, a circle fills it where that is forbidden.
+Shapes DrawSurfaceSymbol(const Values& values) {
+  constexpr double kSlope = 1.7320508;  // 60 degrees
+  const double reach = kSymbolSide / kSlope;
+  Shapes shapes = {{kOutline, 0, 0, -reach, kSymbolSide},
+                   {kOutline, 0, 0, kSymbolHeight / kSlope, kSymbolHeight}};
+  const auto process = static_cast<SurfaceProcess>(ValueOf(values, kSymbolProcessName));
+  if (process == SurfaceProcess::Removal) {
+    shapes.push_back({kOutline, -reach, kSymbolSide, reach, kSymbolSide});
   }
+  if (process == SurfaceProcess::NoRemoval) {
+    shapes.push_back({kOutline, 0, kSymbolSide * 2 / 3, 0, 0, kSymbolSide * 2 / 3});
+  }
+  return shapes;
+}
+
+Shapes DrawPart(const std::string& dataFileType, const Values& values) {
+  using quillmar::platform::EqualsNoCase;
+  if (EqualsNoCase(dataFileType, SheetFormats().DataFile())) return DrawSheet(values);
+  if (EqualsNoCase(dataFileType, SurfaceSymbols().DataFile())) return DrawSurfaceSymbol(values);
   if (values.count("#spiCount") != 0) return DrawShaft(values);
   return dataFileType.empty() ? Shapes() : DrawGear(values);
 }

@@ -146,7 +146,8 @@ HostObject::HostObject(const std::string& folder, const ProtocolStore& store, Ho
       store(store),
       process(std::move(process)),
       faults(folder),
-      calculations(store, Orders(folder + "\\Inputs"), ParentFolder(folder) + kModelsFolder) {}
+      calculations(store, Orders(folder + "\\Inputs"), ParentFolder(folder) + kModelsFolder),
+      groups(store, calculations) {}
 
 HostObject::~HostObject() {
   if (exitTimer != 0) platform::StopTimer(exitTimer);
@@ -226,7 +227,12 @@ std::string HostObject::ExitAnswer(const std::string& protocolId) const {
 }
 
 int HostObject::Show(const std::string& protocolId, RunReason reason) {
-  RunResult result = calculations.Run(protocolId, reason);
+  const bool group = groups.IsGroup(protocolId);
+  RunResult result = group ? groups.Run(protocolId) : calculations.Run(protocolId, reason);
+  if (result.olderLayout && reason == RunReason::Shown) {
+    unconverted.push_back(protocolId);
+    Report({QM_CALLBACK_FROM_REFERENCE, {protocolId}});
+  }
   if (result.calculated) {
     for (const std::string& id : result.protocols) {
       if (std::find(calculated.begin(), calculated.end(), id) == calculated.end()) {
@@ -329,7 +335,22 @@ AutomationValue HostObject::EndSolution(const Arguments&) {
   return {};
 }
 
-AutomationValue HostObject::Drawn(const Arguments&) { return 1; }
+void HostObject::GoOnAfterConversion(const std::string& protocolId) {
+  std::vector<std::string> waiting;
+  std::swap(waiting, unconverted);
+  for (const std::string& id : waiting) {
+    if (protocolId.empty() || id == protocolId) {
+      Show(id, RunReason::Commanded);
+    } else {
+      unconverted.push_back(id);
+    }
+  }
+}
+
+AutomationValue HostObject::Drawn(const Arguments& arguments) {
+  GoOnAfterConversion(Text(arguments, 0));
+  return 1;
+}
 
 AutomationValue HostObject::Synchronize(const Arguments& arguments) {
   return Recalculate(Text(arguments, 0));

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hexaplan/host/CalculationRun.h"
+#include "hexaplan/host/GroupRun.h"
 #include "hexaplan/host/HostFaults.h"
 #include "platform/Automation.h"
 #include "quillmar/Conventions.h"
@@ -95,6 +96,9 @@ class HostObject {
 
   // Runs a calculation and, when it is done, tells the callback window. 1 when it was shown.
   int Show(const std::string& protocolId, RunReason reason);
+  // The CAD side was asked to convert a protocol and has answered, an empty text when it could not:
+  // whatever waits for it goes on.
+  void GoOnAfterConversion(const std::string& protocolId);
   // Runs it for its values alone. 1 when that worked.
   int Recalculate(const std::string& protocolId);
 
@@ -107,13 +111,15 @@ class HostObject {
   HostProcess process;
   HostFaults faults;
   CalculationRun calculations;
+  GroupRun groups;
   CadSession session;
 
   // What the CAD side asks for: the first result, and those that wait for their message. The first
   // one stays until the next is asked for.
   std::deque<Finished> finished;
   bool firstAnswered = false;
-  std::vector<std::string> calculated;  // everything that was calculated for the CAD, once each
+  std::vector<std::string> calculated;   // everything that was calculated for the CAD, once each
+  std::vector<std::string> unconverted;  // shown, but in the older layout
   bool solving = false;
   std::uintptr_t exitTimer = 0;
 };

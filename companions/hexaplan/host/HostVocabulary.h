@@ -29,4 +29,16 @@ inline constexpr char kNewView[] = "NewView";
 
 inline constexpr char kDataSection[] = "Data";
 
+// A group of calculations: its data file, the name by which the CAD has it, the order of its
+// members.
+inline constexpr char kGroupDataFile[] = "xtalvek";
+inline constexpr char kGroupSection[] = "SPProp";
+inline constexpr char kGroupName[] = "Name";
+inline constexpr char kMemberOrderSection[] = "SuperProtocolOrder";
+inline constexpr char kMemberOrder[] = "Order";
+
+// Parts of a bolted joint. A joint with a bolt is drawn like any part, not by the joint's library.
+inline constexpr char kJointSection[] = "MCWParts";
+inline constexpr char kBolt[] = "Bolt";
+
 }  // namespace hexaplan

@@ -175,6 +175,23 @@ void ProtocolRecord::SetVersion(int major, int minor) {
   Note(functions->Com_SetVersion(id.c_str(), major, minor));
 }
 
+std::vector<std::string> ProtocolRecord::Members() const {
+  const auto texts = ReadGrowing<1>([&](auto& buffers) {
+    return functions->Com_GetProtocolList(id.c_str(), buffers[0].data()) != 0;
+  });
+  std::vector<std::string> members;
+  std::string list = texts ? (*texts)[0] : std::string();
+  for (auto end = list.find(';'); end != std::string::npos; end = list.find(';')) {
+    if (end > 0) members.push_back(list.substr(0, end));
+    list.erase(0, end + 1);
+  }
+  return members;
+}
+
+void ProtocolRecord::AddMember(const std::string& memberId) {
+  Note(functions->Com_PutProtocol(id.c_str(), memberId.c_str(), memberId.c_str()));
+}
+
 bool ProtocolRecord::Close() {
   if (!open) return allWritten;
   open = false;

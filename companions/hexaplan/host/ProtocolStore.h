@@ -67,6 +67,10 @@ class ProtocolRecord {
   void PutModel(const std::string& modelId, const std::string& viewKey);
   void SetVersion(int major, int minor);
 
+  // Protocols that this one lists as its members, in their order.
+  std::vector<std::string> Members() const;
+  void AddMember(const std::string& memberId);
+
   // False when this or any write before it failed.
   bool Close();
 

@@ -1,0 +1,184 @@
+#include "session/JobWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <map>
+
+#include "drawboard/CodePage.h"
+#include "session/JobFields.h"
+#include "session/Model.h"
+
+namespace session {
+namespace {
+
+using drawboard::ToUtf8;
+using Names = std::vector<std::string>;
+
+constexpr double kEqual = 1e-7;
+
+double NumberOf(std::string text) {
+  std::replace(text.begin(), text.end(), ',', '.');
+  return std::strtod(text.c_str(), nullptr);
+}
+
+// Numbers as numbers, in the fewest digits.
+JobJson NumberJson(const std::string& text) {
+  std::string plain = text;
+  std::replace(plain.begin(), plain.end(), ',', '.');
+  const JobJson number = JobJson::parse(plain, nullptr, false);
+  return number.is_number() ? number : JobJson(text);
+}
+
+class Writer {
+ public:
+  Writer(const Job& job, const SessionData& session) : job(job) {
+    document = session.document.empty() ? DocumentJson{{"objects", DocumentJson::array()}}
+                                        : DocumentJson::parse(session.document);
+    for (const StepRecord& step : session.steps) {
+      if (!step.name.empty() && !step.objects.empty()) objects[step.name] = step.objects;
+    }
+    for (const Step& step : job.steps) {
+      if (const auto* change = std::get_if<Change>(&step)) {
+        for (const auto& input : change->inputs) changes[change->name].push_back(input);
+      }
+    }
+  }
+
+  std::string Text() {
+    JobJson steps = JobJson::array();
+    for (const Step& step : job.steps) {
+      if (!std::holds_alternative<Change>(step)) steps.push_back(StepJson(step));
+    }
+    const JobJson json = {{"name", ToUtf8(job.name)},
+                          {"document", ToUtf8(job.document)},
+                          {"unit", job.unit},
+                          {"steps", steps}};
+    return json.dump(2) + "\n";
+  }
+
+ private:
+  JobJson StepJson(const Step& step) {
+    JobJson json = {{"do", WordOf(step)}};
+    const std::string name = ToUtf8(NameOf(step));
+    if (!name.empty()) json["name"] = name;
+    std::visit([&](const auto& kind) { Write(kind, json); }, step);
+    if (ObjectsOf(step) != nullptr) json["objects"] = ObjectsJson(name);
+    return json;
+  }
+
+  void Write(const Calculation& step, JobJson& json) {
+    json["calculation"] = step.calculation;
+    json["standard"] = ToUtf8(step.standard);
+    if (!step.on.empty()) json["on"] = ToUtf8(step.on);
+    Inputs inputs = step.inputs;
+    for (const auto& [name, value] : changes[step.name]) {
+      const auto given = std::find_if(inputs.begin(), inputs.end(),
+                                      [&](const auto& input) { return input.first == name; });
+      if (given == inputs.end()) {
+        inputs.emplace_back(name, value);
+      } else {
+        given->second = value;
+      }
+    }
+    json["inputs"] = InputsJson(inputs, objects[ToUtf8(step.name)]);
+  }
+
+  void Write(const Change&, JobJson&) {}
+  void Write(const NewLogin&, JobJson&) {}
+  void Write(const Assembly&, JobJson&) {}
+  void Write(const LinkRefresh&, JobJson&) {}
+  void Write(const GroupManager&, JobJson&) {}
+
+  void Write(const Settings& step, JobJson& json) {
+    json["key"] = ToUtf8(step.key);
+    json["values"] = JobJson::object();
+    for (const Settings::Value& each : step.values) {
+      JobJson& value = json["values"][ToUtf8(each.name)];
+      if (const auto* text = std::get_if<std::string>(&each.value)) {
+        value = ToUtf8(*text);
+      } else {
+        value = std::get<std::uint32_t>(each.value);
+      }
+    }
+  }
+
+  // The members' own objects are not told apart by the group, so their inputs stay as the job has
+  // them.
+  void Write(const Group& step, JobJson& json) {
+    json["members"] = JobJson::array();
+    for (const Group::Member& member : step.members) {
+      json["members"].push_back(
+          {{"calculation", member.calculation}, {"inputs", InputsJson(member.inputs, {})}});
+    }
+  }
+
+  void Write(const Drawing& step, JobJson& json) { json["of"] = ToUtf8(step.of); }
+
+  void Write(const Format& step, JobJson& json) {
+    json["standard"] = ToUtf8(step.standard);
+    json["scale"] = step.scale;
+  }
+
+  void Write(const OldPart& step, JobJson& json) {
+    json["calculation"] = step.calculation;
+    json["standard"] = ToUtf8(step.standard);
+    json["kind"] = step.kind;
+    json["values"] = InputsJson(step.values, {});
+  }
+
+  void Write(const UserPart& step, JobJson& json) {
+    json["views"] = ToUtf8(step.views);
+    json["unit"] = step.units == 0 ? "mm" : "in";
+    json["x"] = step.x;
+    json["y"] = step.y;
+    json["as"] = step.description == UserPart::Description::Lisp ? "LISP" : "DXF";
+  }
+
+  // A value keeps its spelling while the model has the same.
+  JobJson InputsJson(const Inputs& inputs, const Names& names) const {
+    JobJson json = JobJson::object();
+    for (const auto& [name, value] : inputs) {
+      const auto stands = ParameterOf(document, names, ToUtf8(name));
+      const double wanted = NumberOf(value);
+      const bool kept = !stands || std::abs(NumberOf(*stands) - wanted) <=
+                                       kEqual * std::max(1.0, std::abs(wanted));
+      json[ToUtf8(name)] = NumberJson(kept ? ToUtf8(value) : *stands);
+    }
+    return json;
+  }
+
+  // Of what stands in the document.
+  JobJson ObjectsJson(const std::string& step) {
+    JobJson json = JobJson::object();
+    for (const std::string& name : objects[step]) {
+      for (const DocumentJson& object : document["objects"]) {
+        if (object["name"] == name) json[name] = ObjectJson(object);
+      }
+    }
+    return json;
+  }
+
+  static JobJson ObjectJson(const DocumentJson& object) {
+    JobJson parameters = JobJson::object();
+    for (const auto& [name, value] : object["parameters"].items()) {
+      if (!BelongsToLongRow(object, name)) {
+        parameters[name] = NumberJson(value.get<std::string>());
+      }
+    }
+    return {{"protocol", object["protocolId"]}, {"parameters", parameters}};
+  }
+
+  const Job& job;
+  DocumentJson document;
+  std::map<std::string, Names> objects;   // by name of the step, UTF-8
+  std::map<std::string, Inputs> changes;  // by name of the calculation
+};
+
+}  // namespace
+
+std::string WriteJob(const Job& job, const SessionData& session) {
+  return Writer(job, session).Text();
+}
+
+}  // namespace session
