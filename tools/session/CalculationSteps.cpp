@@ -7,6 +7,7 @@
 
 #include "drawboard/CodePage.h"
 #include "session/Session.h"
+#include "session/Units.h"
 
 namespace session {
 namespace {
@@ -113,49 +114,69 @@ void Session::Recalculate(const std::string& calculation, const Names& objects,
   Leave(calculation, objects, false);
 }
 
-void Session::ShowCalculationOf(const std::string& objectName) {
+void Session::Obtain(const std::string& objectName) {
   const std::string name = *FromUtf8(objectName);
-  const std::string protocolId = ProtocolOf(Document(), objectName);
   Require(Call("ObtainProtocol", ListOf({objectName}),
                [&] { return module->call.ObtainProtocol(name.c_str()); }),
           "ObtainProtocol failed");
+}
+
+void Session::ShowCalculationOf(const std::string& objectName) {
+  const std::string protocolId = ProtocolOf(Document(), objectName);
+  Obtain(objectName);
   Require(Call("ShowDialogUT", fmt::format("\"{}\"", protocolId),
                [&] { return module->call.ShowDialogUT(protocolId.c_str()); }),
           "ShowDialogUT failed");
 }
 
-// The older document is played by an object that carries a protocol of the older layout.
-void Session::Perform(const OldPart& part) {
-  if (const Names standing = Standing(part.objects); !standing.empty()) {
-    Done(fmt::format("\"{}\" was converted before; in the CAD stand {}", ToUtf8(part.name),
-                     ListOf(standing)));
-    return Leave(part.calculation, standing, false);
-  }
-  constexpr int kFirstRoom = 65536;
+// The older document is played by an object that carries the reference text of such a time: it does
+// not say which layout it has, and what is opened from it is of the older one.
+std::string Session::OlderReference(const OldPart& part) {
+  constexpr int kRoom = 65536;
+  constexpr std::size_t kIdentifierRoom = 260;
   const std::string dataFile = "KEELDATA|" + part.calculation;
-  char protocolId[260] = {};
-  int room = kFirstRoom;
-  std::string reference(kFirstRoom, '\0');
   const std::string values = ParameterList(part.values);
+  char id[kIdentifierRoom] = {};
+  int room = kRoom;
+  std::string reference(kRoom, '\0');
   Require(Call("CreatePartProtocol", fmt::format("\"{}\", \"{}\"", dataFile, ToUtf8(part.standard)),
                [&] {
                  return module->call.CreatePartProtocol(dataFile.c_str(), part.standard.c_str(),
-                                                        "MODEL", values.c_str(), protocolId,
+                                                        "MODEL", values.c_str(), id,
                                                         reference.data(), &room);
                }),
           "CreatePartProtocol failed");
+  reference = WithoutLayout(reference.substr(0, reference.find('\0')));
+  char copyId[kIdentifierRoom] = {};
+  std::string copy(kRoom + kIdentifierRoom, '\0');
+  Require(Call("CopyProtocol", fmt::format("\"{}\"", id),
+               [&] { return module->call.CopyProtocol(reference.c_str(), copyId, copy.data()); }),
+          "CopyProtocol failed");
+  copy.resize(copy.find('\0'));
+  return copy;
+}
+
+void Session::Perform(const OldPart& part) {
+  if (const Names standing = Standing(part.objects); !standing.empty()) {
+    Done(fmt::format("\"{}\" was converted before; in the CAD stands {}", ToUtf8(part.name),
+                     ListOf(standing)));
+    return Leave(part.calculation, standing, false);
+  }
+  const std::string reference = OlderReference(part);
   const DocumentJson before = Document();
   Require(cad.call.Drawboard_Place(part.kind.c_str(), part.name.c_str(), reference.c_str()),
           "The CAD cannot open the part");
   const Names objects = NewObjects(before);
   const DocumentJson opened = Document();
-  const std::string order = Order(part.calculation, protocolId, {});
+  const std::string order = Order(part.calculation, ProtocolOf(opened, objects.front()), {});
   ShowCalculationOf(objects.front());
   AwaitAnswer(order);
   AwaitChanges(opened, objects);
-  Note(fmt::format("The protocol {} was of the older layout and was converted", protocolId));
-  Done(fmt::format("\"{}\" of the older layout is converted and calculated; in the CAD stands {}",
-                   ToUtf8(part.name), ListOf(objects)));
+  const std::string layouts =
+      fmt::format("{} before, {} after", LayoutOfReference(reference),
+                  LayoutOfReference(ConnectionOf(Document(), objects.front())));
+  Done(fmt::format("\"{}\" is converted (layout {}) and calculated; in the CAD stands {}",
+                   ToUtf8(part.name), layouts, ListOf(objects)));
   Leave(part.calculation, objects, true);
 }
 

@@ -8,7 +8,6 @@
 namespace session {
 namespace {
 
-using drawboard::FromUtf8;
 using drawboard::ToUtf8;
 
 constexpr const char* kFormatDataFile = "xformats";
@@ -62,10 +61,7 @@ void Session::PlaceDrawing(Sheet& sheet, const std::string& standing) {
 
 void Session::Perform(const Drawing& drawing) {
   const std::string source = started[drawing.of].objects.front();
-  const std::string name = *FromUtf8(source);
-  Require(Call("ObtainProtocol", ListOf({source}),
-               [&] { return module->call.ObtainProtocol(name.c_str()); }),
-          "ObtainProtocol failed");
+  Obtain(source);
   const DocumentJson before = Document();
   Sheet sheet = MakeDrawing(ProtocolOf(before, source));
   const Names standing = Standing(drawing.objects);

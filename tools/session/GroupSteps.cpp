@@ -110,6 +110,8 @@ void Session::Perform(const LinkRefresh&) {
 void Session::Perform(const GroupManager& step) {
   const Names& objects = started[step.name].objects;
   const std::string id = ProtocolOf(Document(), objects.front());
+  // Protocols are in the store only while somebody works with them: the add-in hands them over.
+  for (const std::string& object : objects) Obtain(object);
   const int before = RunsOf(kGroupManager);
   const std::string folder = setup.drive + "\\Vantorel\\Fendrake";
   const std::string program = folder + "\\" + kGroupManager + ".exe";

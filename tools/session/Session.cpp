@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <sstream>
 #include <thread>
 
 #include "common/Place.h"
@@ -37,6 +38,7 @@ constexpr int kDxfDrawings = 2;
 
 // When the CAD complained this long ago, what is waited for will not come.
 constexpr auto kHopelessAfter = std::chrono::seconds(1);
+constexpr auto kLongestFarewell = std::chrono::seconds(3);
 constexpr auto kPumpInterval = std::chrono::milliseconds(5);
 
 bool Store(platform::RegistryHandle& key, const Settings::Value& setting) {
@@ -141,7 +143,15 @@ void Session::RunStep(const Step& step) {
     records.back().end = timeline.Now();
     throw;
   }
+  if (cad.HasMessages()) NoteMessages();
   records.back().end = timeline.Now();
+}
+
+// What the CAD had to say although the step succeeded. It must not shorten the waits of later
+// steps.
+void Session::NoteMessages() {
+  std::istringstream lines(cad.TakeMessages());
+  for (std::string line; std::getline(lines, line);) Note("The CAD says: " + line);
 }
 
 // What an earlier session left in the CAD's folders goes when a new document is begun.
@@ -180,7 +190,20 @@ void Session::LogIn() {
 void Session::LogOut() {
   Require(Call("LogoutCad", {}, [&] { return module->call.LogoutCad(); }), "LogoutCad failed");
   module.reset();
+  AwaitHostEnd();
   if (watcher.tell) watcher.tell("Logged out");
+}
+
+// The calculation host ends a moment after the logout has asked it to, unless the options let it
+// live. A login before that would find a host that is about to leave.
+void Session::AwaitHostEnd() {
+  platform::InitializeAutomation();
+  const auto start = std::chrono::steady_clock::now();
+  while (platform::FindActiveObject(QM_HOST_CLASS_ID) != nullptr &&
+         std::chrono::steady_clock::now() - start < kLongestFarewell) {
+    platform::PumpMessages();
+    std::this_thread::sleep_for(kPumpInterval);
+  }
 }
 
 void Session::Perform(const Settings& settings) {
@@ -196,13 +219,8 @@ void Session::Perform(const Settings& settings) {
   }
 }
 
-// The calculation host ends a moment after the logout has asked it to. A login before that would
-// find a host that is about to leave.
 void Session::Perform(const NewLogin&) {
   LogOut();
-  platform::InitializeAutomation();
-  PumpUntil([] { return platform::FindActiveObject(QM_HOST_CLASS_ID) == nullptr; },
-            [] { return false; });
   LogIn();
 }
 

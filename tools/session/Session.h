@@ -49,11 +49,13 @@ class Session {
 
   void RunSteps();
   void RunStep(const Step& step);
+  void NoteMessages();
   // After a failure: whatever can still be had of the document.
   void KeepDocument();
   void BeginDocument();
   void LogIn();
   void LogOut();
+  void AwaitHostEnd();
 
   void Perform(const Calculation& calculation);
   void Perform(const Change& change);
@@ -76,11 +78,14 @@ class Session {
   // After the host was asked to show it: waits for the answer and for the parts, which become the
   // objects of the step.
   void AwaitParts(const std::string& calculation, const std::string& order);
+  // The add-in hands the protocol of an object to the module, which puts it into the store.
+  void Obtain(const std::string& objectName);
   // As a user does who opens the calculation behind an object: the add-in hands the object's
   // protocol to the module, then lets the host show it.
   void ShowCalculationOf(const std::string& objectName);
   // The same with other values; `objects` must follow. Their calculation has that data-file type.
   void Recalculate(const std::string& calculation, const Names& objects, const Inputs& inputs);
+  std::string OlderReference(const OldPart& part);
   // Whether an object has these values already.
   bool HasInputs(const Names& objects, const Inputs& inputs);
 

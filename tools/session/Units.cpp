@@ -10,6 +10,7 @@ namespace {
 // An item of the store: "KC1|D|<section>|<keyword>|<value>|<unit>", bytes outside printable ASCII
 // and separators written "%XX".
 constexpr std::string_view kDataItem = "KC1|D|Data|";
+constexpr std::string_view kVersionItem = "KC1|V|";
 constexpr std::string_view kItemEnd = "<@EL>";
 constexpr std::string_view kNoUnit = "ND";
 
@@ -38,6 +39,23 @@ std::vector<std::string> Split(std::string_view text) {
 }
 
 }  // namespace
+
+std::string LayoutOfReference(const std::string& reference) {
+  const auto at = reference.find(kVersionItem);
+  if (at == std::string::npos) return {};
+  const auto begin = at + kVersionItem.size();
+  const auto end = std::min(reference.find(kItemEnd, begin), reference.size());
+  const auto fields = Split(std::string_view(reference).substr(begin, end - begin));
+  return fields.size() == 2 ? fields[0] + "." + fields[1] : std::string();
+}
+
+std::string WithoutLayout(const std::string& reference) {
+  std::string text = reference;
+  const auto at = text.find(kVersionItem);
+  if (at == std::string::npos) return text;
+  const auto end = text.find(kItemEnd, at);
+  return text.erase(at, end == std::string::npos ? end : end + kItemEnd.size() - at);
+}
 
 std::map<std::string, std::string> UnitsOfReference(const std::string& reference) {
   std::map<std::string, std::string> units;

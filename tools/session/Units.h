@@ -1,5 +1,5 @@
-// Units of an object's parameters. The CAD's lists carry names and values; the units stand in the
-// object's reference text, in the data parameters that the demonstration's store writes.
+// What an object's reference text says, as the demonstration's store writes it: the layout of its
+// protocol, and the units of its parameters, of which the CAD's lists carry only names and values.
 #pragma once
 
 #include <map>
@@ -10,5 +10,10 @@ namespace session {
 // Unit by name of parameter. Empty for reference texts of another store; dimensionless values
 // ("ND") have an empty unit.
 std::map<std::string, std::string> UnitsOfReference(const std::string& reference);
+
+// "1.0", "2.0"; empty for reference texts of another store.
+std::string LayoutOfReference(const std::string& reference);
+// The text without the layout, as stores wrote it that knew only one.
+std::string WithoutLayout(const std::string& reference);
 
 }  // namespace session
