@@ -107,7 +107,7 @@ void Session::Recalculate(const std::string& calculation, const Names& objects,
   const DocumentJson before = Document();
   const std::string protocolId = ProtocolOf(before, objects.front());
   const std::string order = Order(calculation, protocolId, inputs);
-  ShowCalculationOf(objects.front());
+  ShowCalculationOf(objects);
   AwaitAnswer(order);
   AwaitChanges(before, objects);
   Done(fmt::format("\"{}\" is recalculated; updated in the CAD are {}", name, ListOf(objects)));
@@ -121,9 +121,9 @@ void Session::Obtain(const std::string& objectName) {
           "ObtainProtocol failed");
 }
 
-void Session::ShowCalculationOf(const std::string& objectName) {
-  const std::string protocolId = ProtocolOf(Document(), objectName);
-  Obtain(objectName);
+void Session::ShowCalculationOf(const Names& objects) {
+  const std::string protocolId = ProtocolOf(Document(), objects.front());
+  for (const std::string& object : objects) Obtain(object);
   Require(Call("ShowDialogUT", fmt::format("\"{}\"", protocolId),
                [&] { return module->call.ShowDialogUT(protocolId.c_str()); }),
           "ShowDialogUT failed");
@@ -169,7 +169,7 @@ void Session::Perform(const OldPart& part) {
   const Names objects = NewObjects(before);
   const DocumentJson opened = Document();
   const std::string order = Order(part.calculation, ProtocolOf(opened, objects.front()), {});
-  ShowCalculationOf(objects.front());
+  ShowCalculationOf(objects);
   AwaitAnswer(order);
   AwaitChanges(opened, objects);
   const std::string layouts =

@@ -48,7 +48,7 @@ void Session::Perform(const Group& group) {
     const DocumentJson before = Document();
     PutGroupFirst(before, standing);
     const std::string order = Order(kGroupDataFile, ProtocolOf(before, standing.front()), inputs);
-    ShowCalculationOf(standing.front());
+    ShowCalculationOf(standing);
     AwaitAnswer(order);
     AwaitChanges(before, Names(standing.begin() + 1, standing.end()));
     Done(fmt::format("The group \"{}\" is recalculated; updated in the CAD are {}",

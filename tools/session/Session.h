@@ -80,9 +80,9 @@ class Session {
   void AwaitParts(const std::string& calculation, const std::string& order);
   // The add-in hands the protocol of an object to the module, which puts it into the store.
   void Obtain(const std::string& objectName);
-  // As a user does who opens the calculation behind an object: the add-in hands the object's
-  // protocol to the module, then lets the host show it.
-  void ShowCalculationOf(const std::string& objectName);
+  // As a user does who opens the calculation behind an object, the first of those: the add-in hands
+  // the protocols of all that belongs to it to the module, then lets the host show it.
+  void ShowCalculationOf(const Names& objects);
   // The same with other values; `objects` must follow. Their calculation has that data-file type.
   void Recalculate(const std::string& calculation, const Names& objects, const Inputs& inputs);
   std::string OlderReference(const OldPart& part);

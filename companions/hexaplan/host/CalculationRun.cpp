@@ -240,7 +240,7 @@ RunResult CalculationRun::Calculate(const Calculation& calculation, ProtocolReco
 }
 
 void CalculationRun::CompleteView(const std::string& protocolId) const {
-  auto view = ProtocolRecord::Open(store, protocolId);
+  auto view = ProtocolRecord::OpenShared(store, protocolId);
   if (!view) return;
   const std::string mainId = MainProtocolOf(*view);
   const auto main = mainId.empty() ? std::nullopt : ProtocolRecord::OpenShared(store, mainId);

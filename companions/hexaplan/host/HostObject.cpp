@@ -289,7 +289,8 @@ AutomationValue HostObject::IsReady(const Arguments&) { return faults.NeverReady
 AutomationValue HostObject::Command(const Arguments&) { return 1; }
 
 AutomationValue HostObject::WriteFile(const Arguments& arguments) {
-  const auto record = ProtocolRecord::Open(store, Text(arguments, 0));
+  // The caller holds it open while it waits.
+  const auto record = ProtocolRecord::OpenShared(store, Text(arguments, 0));
   const bool written = record && WriteDrawing(record->KeyWord("Files", "Output"),
                                               record->DataFileType(), record->Parameters());
   return static_cast<std::int16_t>(written ? 1 : 0);

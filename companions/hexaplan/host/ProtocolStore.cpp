@@ -80,7 +80,8 @@ std::optional<ProtocolRecord> ProtocolRecord::Open(const ProtocolStore& store,
 
 std::optional<ProtocolRecord> ProtocolRecord::OpenShared(const ProtocolStore& store,
                                                          const std::string& id) {
-  const bool held = store.Functions().Com_IsProtocolExists(id.c_str()) == QM_PROTOCOL_OPEN;
+  const bool held = id.size() < QM_PROTOCOL_ID_BUFFER &&
+                    store.Functions().Com_IsProtocolExists(id.c_str()) == QM_PROTOCOL_OPEN;
   if (!held) return Open(store, id);
   ProtocolRecord record(store.Functions(), id);
   record.open = false;
