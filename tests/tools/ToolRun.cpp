@@ -7,10 +7,9 @@
 
 namespace quillmar::test {
 
-Ran RunTool(const std::string& tool, const std::string& arguments) {
-  const std::string line = TOOLS_FOLDER "/" + tool + " " + arguments + " 2>&1";
+Ran RunLine(const std::string& line) {
   Ran ran;
-  FILE* output = popen(line.c_str(), "r");
+  FILE* output = popen((line + " 2>&1").c_str(), "r");
   char bytes[4096];
   while (const std::size_t count = fread(bytes, 1, sizeof bytes, output)) {
     ran.output.append(bytes, count);
@@ -18,6 +17,10 @@ Ran RunTool(const std::string& tool, const std::string& arguments) {
   const int status = pclose(output);
   ran.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   return ran;
+}
+
+Ran RunTool(const std::string& tool, const std::string& arguments) {
+  return RunLine(TOOLS_FOLDER "/" + tool + " " + arguments);
 }
 
 std::string StoreTool::Place() const {

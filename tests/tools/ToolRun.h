@@ -16,6 +16,8 @@ struct Ran {
   std::string output;  // both streams
 };
 
+// A command of the shell.
+Ran RunLine(const std::string& line);
 // `arguments` are words for the shell.
 Ran RunTool(const std::string& tool, const std::string& arguments);
 

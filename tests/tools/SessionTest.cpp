@@ -1,0 +1,131 @@
+// The session program on a copy of the image: the whole tour, a saved job on its document, an
+// interruption.
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "ToolRun.h"
+
+namespace quillmar::test {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using testing::HasSubstr;
+
+class SessionTool : public testing::Test {
+ protected:
+  SessionTool() { std::filesystem::copy(IMAGE, image, std::filesystem::copy_options::recursive); }
+
+  // `before` may put a command in front of the program.
+  Ran Session(const std::string& arguments, const std::string& before = {}) const {
+    return RunLine(before + " '" + (image / "drive_c/Drawboard/session.exe").string() +
+                   "' --out '" + out.string() + "' " + arguments);
+  }
+  std::string Write(const char* name, const Json& job) const {
+    std::ofstream(folder / name) << job.dump();
+    return "'" + (folder / name).string() + "'";
+  }
+  static Json Read(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    std::stringstream text;
+    text << file.rdbuf();
+    return Json::parse(text.str(), nullptr, false);
+  }
+  Json Document() const { return Read(out / "document.json"); }
+  // The object of a document by its name.
+  static Json Object(const Json& document, const std::string& name) {
+    for (const Json& object : document["objects"]) {
+      if (object["name"] == name) return object;
+    }
+    return {};
+  }
+  static Json& Step(Json& job, const std::string& name) {
+    for (Json& step : job["steps"]) {
+      if (step.value("name", "") == name) return step;
+    }
+    throw std::runtime_error("no step " + name);
+  }
+
+  TestMachine machine;
+  std::filesystem::path folder = machine.HostPath(machine.Folder());
+  std::filesystem::path image = folder / "machine";
+  std::filesystem::path out = folder / "out";
+  std::filesystem::path saved = folder / "saved.json";
+};
+
+TEST_F(SessionTool, TheTourShowsAllKindsOfObjectsAndGoesOnFromWhatItSaved) {
+  const std::string save = " --save-job '" + saved.string() + "'";
+  Ran ran = Session("--job " TOUR_JOB + save);
+  ASSERT_EQ(ran.status, 0) << ran.output;
+  const Json before = Document();
+  std::set<std::string> kinds;
+  for (const Json& object : before["objects"]) {
+    kinds.insert(object["kind"].get<std::string>());
+    // A reference text carries its protocol, or the object has lost it.
+    EXPECT_THAT(object["connection"].get<std::string>(), HasSubstr("<@PID>KC1|")) << object["name"];
+    EXPECT_THAT(ran.output, HasSubstr(object["name"].get<std::string>() + "  ("));
+  }
+  EXPECT_EQ(kinds,
+            (std::set<std::string>{"parametric part", "shaft", "feature", "cam", "assembly",
+                                   "named protocol", "drawing", "symbol", "format", "part"}));
+  EXPECT_THAT(ran.output,
+              HasSubstr("\"shaft of 1997\" is converted (layout 1.0 before, 2.0 after)"));
+  EXPECT_THAT(ran.output, HasSubstr("Quillmar → Hexaplan  Session(130,")) << "the group manager's";
+
+  Json job = Read(saved);
+  Step(job, "gears")["inputs"]["b"] = 41;
+  Step(job, "Cover bolts")["members"][0]["inputs"]["d"] = 10;
+  Step(job, "sheet")["scale"] = 0.2;
+  ran = Session("--continue --job " + Write("changed.json", job) + save);
+  ASSERT_EQ(ran.status, 0) << ran.output;
+  EXPECT_THAT(ran.output, HasSubstr("\"output shaft\" has these values"));
+  const Json after = Document();
+  ASSERT_EQ(after["objects"].size(), before["objects"].size());
+  for (const Json& object : before["objects"]) {
+    const Json now = Object(after, object["name"]);
+    EXPECT_EQ(now["protocolId"], object["protocolId"]) << object["name"];
+    EXPECT_THAT(now["connection"].get<std::string>(), HasSubstr("<@PID>KC1|")) << object["name"];
+  }
+  const auto firstOf = [&](const char* step) {
+    return Object(after, Step(job, step)["objects"].begin().key());
+  };
+  EXPECT_EQ(firstOf("gears")["parameters"]["b"], "41");
+  EXPECT_EQ(firstOf("shaft of 1997")["parameters"]["#spiCount"], "3");
+  EXPECT_EQ(firstOf("sheet")["placement"]["scale"], 0.2);
+  EXPECT_EQ(firstOf("pinion drawing")["changes"], 1);
+  job = Read(saved);
+  EXPECT_EQ(Step(job, "gears")["inputs"]["b"], 41);
+  const Json gears = Step(job, "gears")["objects"];
+  EXPECT_EQ(gears.begin().value()["parameters"]["b"], 41);
+}
+
+TEST_F(SessionTool, AnInterruptedSessionLeavesWholeFiles) {
+  // Nobody plays the data wizard, for which the session waits.
+  std::filesystem::remove(image / "drive_c/Vantorel/Fendrake/Datrova.exe");
+  const Json job = {{"steps",
+                     {{{"do", "calculate"},
+                       {"name", "shaft"},
+                       {"calculation", "SHAFT"},
+                       {"inputs", Json::object()}},
+                      {{"do", "user part"}, {"name", "Lever"}}}}};
+  const Ran ran = Session(
+      "--patience 60 --job " + Write("job.json", job) + " --save-job '" + saved.string() + "'",
+      "timeout --signal INT 2");
+  EXPECT_THAT(ran.output, HasSubstr("The session has ended early. It was interrupted."));
+  EXPECT_THAT(ran.output, HasSubstr("Logged out"));
+  EXPECT_EQ(Document()["objects"].size(), 1u);
+  EXPECT_EQ(Read(image / "drive_c/Drawboard/Document/Session.json")["objects"].size(), 1u);
+  EXPECT_FALSE(std::filesystem::exists(saved)) << "it was not carried out";
+}
+
+TEST_F(SessionTool, OnlyADocumentThatIsThereCanBeGoneOnWith) {
+  const Json job = {{"document", "Nowhere"}, {"steps", {{{"do", "refresh links"}}}}};
+  const Ran ran = Session("--continue --job " + Write("job.json", job));
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_THAT(ran.output, HasSubstr("There is no document \"Nowhere\" to go on with"));
+}
+
+}  // namespace
+}  // namespace quillmar::test
