@@ -370,14 +370,88 @@ TEST_F(HostTest, WhatItDoesNotKnowIsNotShown) {
   EXPECT_FALSE(store.Exists("NoSuchProtocol"));
   EXPECT_EQ(Show(NewProtocol("SPRING")), 0);
   EXPECT_EQ(Show(std::string(400, 'x')), 0);
+}
 
+// The CAD side converts what the host cannot read; then it is calculated.
+TEST_F(HostTest, TheOlderLayoutIsConvertedByTheCadFirst) {
   const std::string old = NewProtocol("SHAFT");
-  auto record = ProtocolRecord::Open(store, old);
-  record->SetVersion(1, 0);
-  record->PutParameter({"ElNum", "2", "ND"});
-  record->Close();
-  Show(old);
+  const auto put = [&](int major, const char* count) {
+    auto record = ProtocolRecord::Open(store, old);
+    record->SetVersion(major, 0);
+    record->PutParameter({count, "2", "ND"});
+  };
+  put(1, "ElNum");
+  Order(1, {{"d_1", "33"}}, "SHAFT", old);
+  const auto ask = [&] {
+    EXPECT_EQ(Show(old), 1);
+    EXPECT_EQ(window.Reports(), 1);
+    EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_FROM_REFERENCE);
+    EXPECT_EQ(CallbackList(), old);
+    EXPECT_EQ(Answer(1, "Result"), "") << "it waits";
+  };
+  ask();
+  Number(QM_HOST_DRAWN, {std::string("another")});
+  EXPECT_EQ(Answer(1, "Result"), "");
+  put(2, "#spiCount");
+  Number(QM_HOST_DRAWN, {old});
+  EXPECT_EQ(window.Reports(), 1);
+  EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_NEW_PART);
+  EXPECT_EQ(CallbackList(), old);
+  EXPECT_EQ(Answer(1, "Result"), "Calculated");
+  EXPECT_EQ(Parameter(old, "d_1"), "33 mm");
+  EXPECT_EQ(Parameter(old, "#spiCount"), "2 ND");
+
+  platform::WriteProfileText(OrderFile(1), "Answer", "Result", "");
+  put(1, "ElNum");
+  ask();
+  Number(QM_HOST_DRAWN, {std::string()});
   EXPECT_EQ(window.Reports(), 0);
+  EXPECT_THAT(Answer(1, "Message"), HasSubstr("must be converted first"));
+}
+
+TEST_F(HostTest, AGroupCalculatesItsMembersInProtocolsOfTheirOwn) {
+  const std::string group = NewProtocol("XTALVEK");
+  EXPECT_EQ(Show(group), 1);
+  EXPECT_EQ(window.Reports(), 0) << "nobody has entered anything";
+  Order(1, {{"Name", "Bolts"}, {"Member1", "THRJOIN"}, {"Member1.d", "8"}, {"Member2", "SHAFT"}},
+        "xtalvek");
+  Show(group);
+  EXPECT_EQ(window.Reports(), 1);
+  EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_NEW_PART);
+  EXPECT_EQ(CallbackList(), group);
+  const auto members = ProtocolRecord::Open(store, group)->Members();
+  ASSERT_EQ(members.size(), 2u);
+  EXPECT_EQ(Answer(1, "Protocols"), group + "," + members[0] + "," + members[1]);
+  EXPECT_EQ(Parameter(members[0], "d"), "8 mm");
+  EXPECT_EQ(KeyWord(members[0], "MCWParts", "Bolt"), members[0]);
+  EXPECT_EQ(Global(members[1], "TypeOfPart"), "9");
+  EXPECT_EQ(KeyWord(group, "SPProp", "Name"), "Bolts");
+
+  const struct {
+    std::vector<std::pair<std::string, std::string>> inputs;
+    const char* message;
+  } refused[] = {
+      {{{"Name", "None"}}, "The group has no members."},
+      {{{"Member1", "SPRING"}}, "Field \"Member1\": there is no calculation \"SPRING\"."},
+      {{{"Member1", "THRJOIN"}, {"Member1.d", "-1"}}, "Member 1: Field \"d\""},
+      {{{"Member1", "THRJOIN"}, {"Member2", "SHAFT"}, {"Member3", "SHAFT"}, {"Member3.d_1", "0"}},
+       "Member 3: Field \"d_1\""},
+  };
+  int number = 1;
+  for (const auto& row : refused) {
+    Order(++number, row.inputs, "xtalvek", group);
+    Show(group);
+    EXPECT_EQ(window.Reports(), 0);
+    EXPECT_THAT(Answer(number, "Message"), HasSubstr(row.message));
+    EXPECT_EQ(ProtocolRecord::Open(store, group)->Members(), members);
+  }
+
+  Put(group, "Cadx", "FromCad", "1");
+  Order(++number, {{"Member1", "THRJOIN"}, {"Member1.d", "10"}, {"Member2", "SHAFT"}}, "xtalvek");
+  Show(group);
+  EXPECT_EQ(Number(QM_HOST_CALLBACK_CODE), QM_CALLBACK_RECALCULATED);
+  EXPECT_EQ(ProtocolRecord::Open(store, group)->Members(), members);
+  EXPECT_EQ(Parameter(members[0], "d"), "10 mm");
 }
 
 TEST_F(HostTest, KeepsWhatTheSessionTellsIt) {
@@ -437,6 +511,24 @@ TEST_F(HostTest, DrawsIntoTheFileOfTheProtocol) {
   // The right end of the shaft: from its surface, radius 20 at 150 mm, to the axis.
   EXPECT_THAT(text.str(), HasSubstr("LINE\n  8\nOUTLINE\n 10\n150\n 20\n20\n 11\n150\n 21\n0\n"));
   EXPECT_EQ(std::get<std::int16_t>(Call(QM_HOST_WRITE_FILE, {NewProtocol("SHAFT"), 1})), 0);
+}
+
+// A host in the process of its caller draws what the caller holds open, which stays open.
+TEST_F(HostTest, DrawsSymbolsFromAProtocolThatIsHeldOpen) {
+  const std::string id = NewProtocol("SURFACE");
+  Order(1, {{"Ra", "0.8"}, {"process", "2"}}, "SURFACE");
+  Show(id);
+  EXPECT_EQ(Global(id, "TypeOfPart"), "13");
+  EXPECT_EQ(Global(id, "BOM2"), "Ra 0.8");
+  const auto held = ProtocolRecord::Open(store, id);
+  ProtocolRecord::OpenShared(store, id)->PutKeyWord("Files", "Output", "C:\\Vantorel\\s.dxf");
+  EXPECT_EQ(std::get<std::int16_t>(Call(QM_HOST_WRITE_FILE, {id, 2})), 1);
+  Number(QM_HOST_ANNOUNCE, {id});
+  EXPECT_EQ(held->KeyWord("Files", "Output"), "C:\\Vantorel\\s.dxf");
+  std::ifstream file(machine.HostPath("C:\\Vantorel\\s.dxf"));
+  std::stringstream text;
+  text << file.rdbuf();
+  EXPECT_THAT(text.str(), HasSubstr("CIRCLE"));
 }
 
 TEST_F(HostTest, EndsWhenItIsAskedTo) {

@@ -87,6 +87,12 @@ RunResult GroupRun::Calculate(ProtocolRecord& group, const Order& order) const {
   // Parts beyond the first of a member follow it in the list and belong to no order of their own.
   std::size_t place = 0;
   for (std::size_t i = 0; i < members.size(); ++i) {
+    if (FindCalculation(members[i].dataFile) == nullptr) {
+      const std::string field = kMember + std::to_string(i + 1);
+      result.message =
+          "Field \"" + field + "\": there is no calculation \"" + members[i].dataFile + "\".";
+      return result;
+    }
     const bool known = place < before.size();
     const std::string id = known ? before[place] : NewMember(group, members[i]);
     std::string refusal;
