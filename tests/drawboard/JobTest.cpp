@@ -5,6 +5,8 @@
 
 #include "session/BillOfMaterials.h"
 #include "session/Job.h"
+#include "session/JobWriter.h"
+#include "session/Model.h"
 #include "session/Units.h"
 
 namespace {
@@ -83,6 +85,25 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
        "Field \"steps[0].values.a\": expected a text, or a whole number not below 0, found -1"},
       {StepWith(R"("do": "calculate", "name": "a", "calculation": "CAM", "on": "b", "inputs": {})"),
        "Field \"steps[0].on\": expected the name of a calculation before this one, found \"b\""},
+      {StepWith(R"("do": "group", "name": "a", "members": [])"),
+       "Field \"steps[0].members\": expected a list of calculations that is not empty, found []"},
+      {StepWith(
+           R"("do": "group", "name": "a", "members": [{"calculation": "SHAFT", "inputs": {"d": "x"}}])"),
+       "Field \"steps[0].members[0].inputs.d\": expected a number"},
+      {StepWith(R"("do": "drawing", "name": "a", "of": "b")"),
+       "Field \"steps[0].of\": expected the name of a calculation before this one, found \"b\""},
+      {StepWith(R"("do": "format", "name": "a", "scale": 0)"),
+       "Field \"steps[0].scale\": expected a number above 0, found 0"},
+      {StepWith(R"("do": "old part", "name": "a", "calculation": "SHAFT", "kind": "bolt")"),
+       "Field \"steps[0].kind\": expected one of \"part\", "},
+      {StepWith(R"("do": "user part", "name": "a", "as": "SVG")"),
+       "Field \"steps[0].as\": expected one of \"LISP\", \"DXF\", found \"SVG\""},
+      {StepWith(R"("do": "user part", "name": "a/b")"),
+       "Field \"steps[0].name\": expected a name that a file can bear"},
+      {StepWith(R"("do": "group manager", "name": "a")"),
+       "Field \"steps[0].name\": expected the name of a group before this step, found \"a\""},
+      {StepWith(R"("do": "assembly", "name": "a", "objects": ["x"])"),
+       "Field \"steps[0].objects\": expected an object with the names of objects"},
       {R"({"calculations": [7]})", "Field \"calculations[0]\": expected an object, found 7"},
       {JobWith(R"("unit": "ft")"), "Field \"unit\": expected \"mm\" or \"in\", found \"ft\""},
       {JobWith(R"("unit": 1)"), "Field \"unit\": expected a text, found 1"},
@@ -108,7 +129,7 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
        "Field \"calculations[0].input\": there is no such field here"},
       {R"({"calculations": [{"name": "a", "calculation": "SHAFT", "inputs": {}},
                             {"name": "a", "calculation": "SHAFT", "inputs": {}}]})",
-       "Field \"calculations[1].name\": another calculation has this name already"},
+       "Field \"calculations[1].name\": another step has this name already"},
       {JobWith(R"("changes": {})"), "Field \"changes\": expected a list of changes, found {}"},
       {JobWith(R"("changes": [{"name": "b", "inputs": {}}])"),
        "Field \"changes[0].name\": expected the name of one of the calculations, found \"b\""},
@@ -123,6 +144,42 @@ TEST(Job, AWrongValueIsRefusedWithItsFieldAndWhatWasExpected) {
       EXPECT_NE(std::string(error.what()).find(each.message), std::string::npos)
           << error.what() << "\nexpected: " << each.message;
     }
+  }
+}
+
+// A job that is written back is read again, with the values that stand in the model.
+TEST(Job, IsWrittenBackAsTheSessionEnded) {
+  const session::Job job = session::ReadJob(R"({"name": "Przek\u0142adnia", "unit": "in", "steps": [
+    {"do": "calculate", "name": "shaft", "calculation": "SHAFT", "inputs": {"d_1": "2,5", "l_1": 7}},
+    {"do": "change", "name": "shaft", "inputs": {"l_1": 8, "l_2": 9}},
+    {"do": "settings", "key": "OptBom", "values": {"a": "%x%", "b": 2}},
+    {"do": "log in again"},
+    {"do": "group", "name": "bolts", "members": [{"calculation": "THRJOIN", "inputs": {"d": 1}}]},
+    {"do": "assembly", "name": "all"},
+    {"do": "drawing", "name": "sheet 1", "of": "shaft"},
+    {"do": "format", "name": "A3", "scale": 0.5},
+    {"do": "old part", "name": "old", "calculation": "SHAFT", "kind": "shaft", "values": {"ElNum": 1}},
+    {"do": "user part", "name": "lever", "views": "front", "unit": "in", "x": 1, "as": "DXF"},
+    {"do": "refresh links"},
+    {"do": "group manager", "name": "bolts"}]})");
+  session::SessionData data;
+  data.document = R"({"objects": [{"name": "S1", "protocolId": "P1",
+    "parameters": {"d_1": "2.5", "l_1": "8.25", "mass": "1.5"}}]})";
+  data.steps.emplace_back();
+  data.steps[0].name = "shaft";
+  data.steps[0].objects = {"S1", "gone"};
+  const std::string text = session::WriteJob(job, data);
+  const session::Job read = session::ReadJob(text);
+  ASSERT_EQ(read.steps.size(), job.steps.size() - 1) << "the change went into the calculation";
+  const auto& shaft = std::get<session::Calculation>(read.steps[0]);
+  EXPECT_EQ(shaft.inputs, (session::Inputs{{"d_1", "2.5"}, {"l_1", "8.25"}, {"l_2", "9"}}));
+  EXPECT_EQ(shaft.objects, std::vector<std::string>{"S1"});
+  const auto json = session::DocumentJson::parse(text);
+  EXPECT_EQ(json["name"], "Przek\u0142adnia");
+  EXPECT_EQ(json["steps"][0]["objects"]["S1"]["parameters"]["mass"], 1.5);
+  EXPECT_EQ(session::WriteJob(read, data), text);
+  for (std::size_t i = 1; i < read.steps.size(); ++i) {
+    EXPECT_EQ(session::TitleOf(read.steps[i]), session::TitleOf(job.steps[i + 1]));
   }
 }
 
@@ -149,4 +206,7 @@ TEST(Units, AreReadFromTheDataParametersOfAReference) {
   const std::map<std::string, std::string> expected = {{"m", "mm"}, {"n|1", "1/min"}, {"z1", ""}};
   EXPECT_EQ(units, expected);
   EXPECT_TRUE(session::UnitsOfReference("P1<@PID>anything<@EL>").empty());
+  const std::string dated = "P1<@PID>KC1|V|2|0<@EL>KC1|K|a|b|c<@EL>";
+  EXPECT_EQ(session::LayoutOfReference(dated), "2.0");
+  EXPECT_EQ(session::WithoutLayout(dated), "P1<@PID>KC1|K|a|b|c<@EL>");
 }

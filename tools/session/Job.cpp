@@ -46,9 +46,7 @@ Job ReadJob(const std::string& text) {
   Job job;
   job.name = ReadText(json, "", "name", "Session");
   job.document = ReadText(json, "", "document", "Session");
-  if (job.document.find_first_of("\\/:*?\"<>|.") != std::string::npos) {
-    RefuseValue("document", "a name that a file can bear, without dots", json["document"]);
-  }
+  CheckFileName(job.document, "document");
   job.unit = ReadText(json, "", "unit", "mm");
   if (job.unit != "mm" && job.unit != "in") {
     RefuseValue("unit", "\"mm\" or \"in\"", json["unit"]);

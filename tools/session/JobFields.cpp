@@ -48,6 +48,11 @@ std::string ReadText(const JobJson& json, const std::string& where, const char* 
   return text;
 }
 
+void CheckFileName(const std::string& name, const std::string& field) {
+  if (name.find_first_of("\\/:*?\"<>|.") == std::string::npos) return;
+  RefuseValue(field, "a name that a file can bear, without dots", drawboard::ToUtf8(name));
+}
+
 double ReadNumber(const JobJson& json, const std::string& where, const char* key, double fallback) {
   const auto found = json.find(key);
   if (found == json.end()) return fallback;

@@ -34,6 +34,8 @@ std::string Bytes(const std::string& utf8, const std::string& field);
 // The field `where` + `key`. A null fallback means that it must be there.
 std::string ReadText(const JobJson& json, const std::string& where, const char* key,
                      const char* fallback);
+// The same for a text that becomes a file's name.
+void CheckFileName(const std::string& name, const std::string& field);
 double ReadNumber(const JobJson& json, const std::string& where, const char* key, double fallback);
 // One of the words, by its place; the first when the field is missing.
 int ReadWord(const JobJson& json, const std::string& where, const char* key,

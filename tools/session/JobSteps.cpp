@@ -146,6 +146,7 @@ Step ReadUserPart(const Json& json, const std::string& field, Reading& reading) 
   const std::string where = field + ".";
   UserPart step;
   step.name = ReadOwnName(json, where, reading);
+  CheckFileName(step.name, where + "name");
   step.views = ReadText(json, where, "views", "USER");
   step.units = ReadWord(json, where, "unit", {"mm", "in"});
   step.x = ReadNumber(json, where, "x", 0);
