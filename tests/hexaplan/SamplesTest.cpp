@@ -40,8 +40,8 @@ std::vector<nlohmann::json> StepsOf(const nlohmann::json& job) {
   return steps;
 }
 
-// A part, or one of its views by the table of models, has its library model. What the host draws has
-// none.
+// A part, or one of its views by the table of models, has its library model. What the host draws
+// has none.
 void ExpectModel(const CalculatedPart& part) {
   if (part.kind == PartKind::Symbol) return;
   const bool feature = part.kind == PartKind::Feature || part.kind == PartKind::Cut;
