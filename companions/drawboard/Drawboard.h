@@ -25,13 +25,15 @@
  * Drawboard_Select        selects an object by name or protocol identifier, as the user does with
  *                         the mouse; empty: nothing is selected.
  * Drawboard_Place         puts an object of the designer's own making into the document, or one
- * that came from an older document: it carries the reference text `connection`. `kind` is a word of
- * the document ("part", "shaft" ...); `name` is made unique. Drawboard_SetParameter  changes a
- * parameter of an object, as the designer does in the CAD. Drawboard_AnswerFile    path that the
- * next file dialog gives; without it a dialog is cancelled. Drawboard_AnswerPoint   point that the
- * next pick gives. Drawboard_GetDocument   the document as JSON, in UTF-8. Drawboard_GetMessages
- * what the CAD had to say so far, one line each, oldest first. Drawboard_ClearMessages forgets
- * them.
+ *                         from an older document: it carries the reference text `connection`.
+ *                         `kind` is a word of the document ("part", "shaft" ...); `name` is made
+ *                         unique.
+ * Drawboard_SetParameter  changes a parameter of an object, as the designer does in the CAD.
+ * Drawboard_AnswerFile    path that the next file dialog gives; without it a dialog is cancelled.
+ * Drawboard_AnswerPoint   point that the next pick gives.
+ * Drawboard_GetDocument   the document as JSON, in UTF-8.
+ * Drawboard_GetMessages   what the CAD had to say so far, one line each, oldest first.
+ * Drawboard_ClearMessages forgets them.
  */
 /* clang-format off */
 #define DRAWBOARD_FUNCTIONS(X)                                                                    \
