@@ -1,9 +1,11 @@
 #include "drawboard/Board.h"
 
 #include "drawboard/BoardError.h"
+#include "drawboard/CodePage.h"
 #include "drawboard/DocumentJson.h"
 #include "drawboard/DriveFiles.h"
 #include "drawboard/Folders.h"
+#include "platform/Files.h"
 #include "platform/System.h"
 
 namespace drawboard {
@@ -68,7 +70,49 @@ void Board::SaveDocument(const std::string& path) {
   Document saved = Current();
   if (!path.empty()) saved.path = DocumentPath(path);
   WriteDocument(saved, *kernel);
+  ExportParts(saved);
+  ExportAssembly(saved);
   document = std::move(saved);
+}
+
+// What cannot be shown to others is no reason to lose the document.
+void Board::ReportProblem(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const BoardError& error) {
+    messages.push_back(error.what());
+  }
+}
+
+void Board::ExportParts(const Document& saved) {
+  for (const BoardObject& object : saved.objects) {
+    if (object.file.empty() || IsLibraryFile(object)) continue;
+    const PartDescription part = DescribePart(object, saved);
+    const std::string key = quillmar::platform::LowerCase(object.file);
+    const auto known = exported.find(key);
+    const bool present = quillmar::platform::FileExists(ExchangePath(object.file, ".step"));
+    if (known != exported.end() && known->second == part && present) continue;
+    ReportProblem([&] {
+      if (const auto files = kernel->Export(part, ToUtf8(StemOf(object.file)))) {
+        WriteExchangeFiles(object.file, *files);
+        exported.insert_or_assign(key, part);
+      }
+    });
+  }
+}
+
+void Board::ExportAssembly(const Document& saved) {
+  std::vector<Instance> instances;
+  for (const BoardObject& object : saved.objects) {
+    if (!object.visible || object.file.empty()) continue;
+    instances.push_back(
+        {ToUtf8(StemOf(object.file)), ToUtf8(object.name), DescribePart(object, saved)});
+  }
+  ReportProblem([&] {
+    if (const auto files = kernel->ExportAssembly(instances, ToUtf8(saved.Name()))) {
+      WriteExchangeFiles(saved.path, *files);
+    }
+  });
 }
 
 void Board::SetFolder(const std::string& marker, const std::string& target) {
@@ -105,6 +149,17 @@ const std::string& Board::ExtensionFor(Kind kind) const {
   return kind == Kind::Feature ? kFeatureExtension : kPartExtension;
 }
 
+// A feature changes the body that it stands on: that one's file is written too.
+void Board::StoreWithHost(Document& next, BoardObject& object, const std::string& givenPath,
+                          FileChanges& files) {
+  StorePart(next, object, givenPath, ExtensionFor(object.kind), *kernel, files);
+  if (object.featureOf.empty()) return;
+  BoardObject* host = next.FindName(object.featureOf);
+  if (host != nullptr && host != &object && !host->file.empty()) {
+    StorePart(next, *host, {}, ExtensionFor(host->kind), *kernel, files);
+  }
+}
+
 void Board::Insert(BoardObject object, const std::string& givenPath, const ObjectChange& finish) {
   Change([&](Document& next, FileChanges& files) {
     const std::string stem = StemOf(givenPath);
@@ -113,7 +168,7 @@ void Board::Insert(BoardObject object, const std::string& givenPath, const Objec
     if (openViews && object.protocolId != *openViews) object.viewOf = *openViews;
     BoardObject& placed = next.objects.emplace_back(std::move(object));
     if (finish) finish(placed, next, files);
-    StorePart(next, placed, givenPath, ExtensionFor(placed.kind), *kernel, files);
+    StoreWithHost(next, placed, givenPath, files);
   });
 }
 
@@ -130,7 +185,7 @@ void Board::ChangeObjects(const std::string& protocolId, const std::string& give
     }
     // After all of them are changed, so that instances of one part find each other equal.
     for (BoardObject* object : objects) {
-      StorePart(next, *object, givenPath, ExtensionFor(object->kind), *kernel, files);
+      StoreWithHost(next, *object, givenPath, files);
     }
   });
 }

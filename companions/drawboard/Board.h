@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,7 +38,11 @@ class Board {
   // the installation.
   void NewDocument(const std::string& path, Unit unit);
   void OpenDocument(const std::string& path);
-  // Writes the open document under another path, which it keeps; empty: under its own.
+  // Writes the open document under another path, which it keeps; empty: under its own. Brings the
+  // exchange files of its parts and of the assembly up to date. They are made here and not at each
+  // change: hidden lines and STEP text cost many times what an insert costs, and a part is changed
+  // several times before somebody looks at it. A part that has no body is left out; a line of the
+  // messages says why.
   void SaveDocument(const std::string& path);
   // Where one of the markers "ASM", "WORKSPACE", "LIB", "CONTENTLIB" leads.
   void SetFolder(const std::string& marker, const std::string& folder);
@@ -75,11 +80,18 @@ class Board {
 
  private:
   std::string DocumentPath(const std::string& path) const;
+  void StoreWithHost(Document& next, BoardObject& object, const std::string& givenPath,
+                     FileChanges& files);
+  void ExportParts(const Document& saved);
+  void ExportAssembly(const Document& saved);
+  void ReportProblem(const std::function<void()>& step);
   const std::string& ExtensionFor(Kind kind) const;
 
   std::string folder;
   std::unique_ptr<Kernel> kernel;
   std::optional<Document> document;
+  // What the exchange files of a part file show that this process wrote.
+  std::map<std::string, PartDescription> exported;
   std::string selected;
   std::optional<std::string> openViews;
   int openGroups = 0;

@@ -5,10 +5,14 @@
 
 #include "drawboard/BoardError.h"
 #include "drawboard/CodePage.h"
+#include "drawboard/Folders.h"
+#include "platform/System.h"
 
 namespace drawboard {
 namespace {
 
+using quillmar::platform::EqualsNoCase;
+using quillmar::platform::LowerCase;
 using Json = nlohmann::ordered_json;
 
 constexpr int kFormat = 1;
@@ -55,8 +59,9 @@ void PutPartData(Json& json, const BoardObject& object) {
   }
 }
 
-void PutComputed(Json& json, const BoardObject& object, Unit unit, const Kernel& kernel) {
-  const PartDescription part = DescribePart(object, unit);
+void PutComputed(Json& json, const BoardObject& object, const Document& document,
+                 const Kernel& kernel) {
+  const PartDescription part = DescribePart(object, document);
   if (const auto mass = kernel.Weigh(part)) {
     json["physicalProperties"] = Texts(PhysicalPropertyTexts(*mass));
   }
@@ -88,7 +93,7 @@ Json ObjectToJson(const BoardObject& object, const Document& document, const Ker
                          {"namePrefix", Text(placement.namePrefix)},
                          {"scale", placement.scale}};
   }
-  PutComputed(json, object, document.unit, kernel);
+  PutComputed(json, object, document, kernel);
   json["connection"] = Text(object.connection);
   return json;
 }
@@ -235,8 +240,18 @@ Json ParseText(const std::string& text) {
 
 }  // namespace
 
-PartDescription DescribePart(const BoardObject& object, Unit unit) {
-  return {object.parameters, object.profile, unit};
+PartDescription DescribePart(const BoardObject& object, const Document& document) {
+  const auto describe = [&](const BoardObject& one) -> PartDescription {
+    return {one.parameters,    one.profile, document.unit, LowerCase(StemOf(one.modelPath)),
+            one.featureStates, {}};
+  };
+  PartDescription part = describe(object);
+  for (const BoardObject& other : document.objects) {
+    if (other.kind == Kind::Feature && EqualsNoCase(other.featureOf, object.name)) {
+      part.features.push_back(describe(other));
+    }
+  }
+  return part;
 }
 
 NamedTexts PhysicalPropertyTexts(const MassProperties& mass) {
@@ -313,7 +328,7 @@ std::string PartToJson(const BoardObject& object, const Document& document, cons
   json["protocolId"] = Text(object.protocolId);
   json["unit"] = UnitWord(document.unit);
   PutPartData(json, object);
-  PutComputed(json, object, document.unit, kernel);
+  PutComputed(json, object, document, kernel);
   return json.dump(2) + "\n";
 }
 

@@ -22,7 +22,8 @@ bool IsPartText(const std::string& text);
 // True when both objects have the same part data, whatever calculation they come from.
 bool SamePart(const BoardObject& left, const BoardObject& right);
 
-PartDescription DescribePart(const BoardObject& object, Unit unit);
+// What the kernel is told of an object: its own data and the features that stand on it.
+PartDescription DescribePart(const BoardObject& object, const Document& document);
 
 // The properties under the names by which the CAD delivers them, in that order.
 NamedTexts PhysicalPropertyTexts(const MassProperties& mass);

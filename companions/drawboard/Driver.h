@@ -13,7 +13,7 @@ namespace drawboard {
 
 // What the add-in holds while it is loaded.
 struct Addin {
-  Addin(QmModule self, std::string folder);
+  Addin(QmModule self, const std::string& folder);
 
   Board board;
   MainWindow window;

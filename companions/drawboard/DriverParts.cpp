@@ -72,6 +72,9 @@ void Rename(Document& next, BoardObject& object, const std::string& name, FileCh
   if (const BoardObject* other = next.FindName(name); other != nullptr && other != &object) {
     throw BoardError("The name \"" + name + "\" belongs to another object");
   }
+  for (BoardObject& feature : next.objects) {
+    if (quillmar::platform::EqualsNoCase(feature.featureOf, object.name)) feature.featureOf = name;
+  }
   object.name = name;
   const bool alone = !object.file.empty() && !IsBorneByOther(next, object, object.file) &&
                      !quillmar::platform::EqualsNoCase(object.file, object.modelPath);

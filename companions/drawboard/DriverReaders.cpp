@@ -16,7 +16,7 @@ constexpr std::size_t kPathCapacity = 1024;
 Board& TheBoard() { return TheAddin().board; }
 
 PartDescription Describe(const BoardObject& object) {
-  return DescribePart(object, TheBoard().Current().unit);
+  return DescribePart(object, TheBoard().Current());
 }
 
 MassProperties RequireMass(const char* key) {

@@ -15,8 +15,8 @@ std::unique_ptr<Addin> addin;
 
 }  // namespace
 
-Addin::Addin(QmModule self, std::string folder)
-    : board(std::move(folder), MakeFormulaKernel()), window(self) {}
+Addin::Addin(QmModule self, const std::string& folder)
+    : board(folder, MakeKernel(folder)), window(self) {}
 
 Addin& TheAddin() {
   if (!addin) {

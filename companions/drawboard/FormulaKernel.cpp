@@ -4,109 +4,54 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <string>
-#include <unordered_map>
 
+#include "drawboard/BoardError.h"
+#include "drawboard/Design.h"
 #include "drawboard/Kernel.h"
-#include "platform/System.h"
+#include "drawboard/Numbers.h"
 
 namespace drawboard {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-
-// Steel, where the part's parameters give no density.
-constexpr double kSteelDensity = 7850;             // kg/m3
-constexpr double kCubicMillimetresPerMetre = 1e9;  // kg/m3 -> kg/mm3
-constexpr double kMillimetresPerInch = 25.4;
-constexpr double kKilogramsPerPound = 0.45359237;
-constexpr double kDefaultCamWidth = 10;  // mm
+constexpr double kDefaultCamWidth = 10;  // in the document's unit
 constexpr int kMostSections = 200;
 
-struct Section {
-  double diameter = 0;
-  double length = 0;
-};
+double ScaleOf(Unit unit) { return unit == Unit::Inch ? kMillimetresPerInch : 1; }
 
-// Sections one after the other along x, with one bore through all of them.
-struct Revolution {
-  std::vector<Section> sections;
-  double bore = 0;
-  double tip = 0;  // diameter that the outline shows in place of the first section's, if larger
-};
-
-// The numbers among the parameters, by name without regard to case.
-class Numbers {
- public:
-  explicit Numbers(const NamedTexts& parameters) {
-    for (const NamedText& parameter : parameters) {
-      if (const auto value = ParseNumber(parameter.value)) {
-        values.try_emplace(quillmar::platform::LowerCase(parameter.name), *value);
-      }
-    }
-  }
-  std::optional<double> Of(const std::string& lowerCaseName) const {
-    const auto found = values.find(lowerCaseName);
-    if (found == values.end()) return std::nullopt;
-    return found->second;
-  }
-  double Or(const std::string& lowerCaseName, double fallback) const {
-    return Of(lowerCaseName).value_or(fallback);
-  }
-
- private:
-  std::unordered_map<std::string, double> values;
-};
-
-// Mass of a unit of volume, in the document's units.
-double DensityOf(const Numbers& numbers, Unit unit) {
-  const double metric = numbers.Or("ro", kSteelDensity) / kCubicMillimetresPerMetre;
-  if (unit == Unit::Millimetre) return metric;
-  return metric * std::pow(kMillimetresPerInch, 3) / kKilogramsPerPound;
+void AddCylinder(TurnedDesign& body, double radius, double length) {
+  const double begin = body.line.empty() ? 0 : body.line.back().x;
+  body.line.push_back({begin, radius});
+  body.line.push_back({begin + length, radius});
 }
 
-// The rows "D_1", "L_1", "D_2" ... of a shaft.
-std::vector<Section> ShaftSections(const Numbers& numbers) {
-  std::vector<Section> sections;
+// The rows "D_1", "L_1", "D_2" ... of a shaft, else one cylinder with the diameter "d".
+std::optional<TurnedDesign> PlainBody(const PartDescription& part) {
+  const Numbers numbers(part.parameters);
+  const double scale = ScaleOf(part.unit);
+  TurnedDesign body;
+  body.boreRadius = std::max(0.0, numbers.Or("dh", 0)) * scale / 2;
+  const auto add = [&](double d, double length) {
+    if (d <= 0 || length <= 0) return false;
+    AddCylinder(body, d * scale / 2, length * scale);
+    return true;
+  };
   for (int i = 1; i <= kMostSections; ++i) {
-    const auto row = "_" + std::to_string(i);
-    const double diameter = numbers.Or("d" + row, 0);
-    const double length = numbers.Or("l" + row, 0);
-    if (diameter <= 0 || length <= 0) break;
-    sections.push_back({diameter, length});
+    if (!add(numbers.OfRow("d", i, 0), numbers.OfRow("l", i, 0))) break;
   }
-  return sections;
-}
-
-std::optional<Revolution> RevolutionOf(const Numbers& numbers) {
-  Revolution body;
-  body.bore = std::max(0.0, numbers.Or("dh", 0));
-  body.sections = ShaftSections(numbers);
-  if (body.sections.empty()) {
-    const Section wheel{numbers.Or("d", 0), numbers.Or("b", 0)};
-    if (wheel.diameter <= 0 || wheel.length <= 0) return std::nullopt;
-    body.sections.push_back(wheel);
-    body.tip = numbers.Or("da", 0);
-  }
-  const bool bored = std::all_of(body.sections.begin(), body.sections.end(),
-                                 [&](const Section& s) { return s.diameter > body.bore; });
-  if (!bored) return std::nullopt;
+  if (body.line.empty()) add(numbers.Or("d", 0), numbers.Or("b", 0));
+  const bool solid = std::all_of(body.line.begin(), body.line.end(), [&](const Station& station) {
+    return station.radius > body.boreRadius;
+  });
+  if (body.line.empty() || !solid) return std::nullopt;
   return body;
 }
 
-// The rows "l_1", "a_1" ... of a cam, "cPoint" of them: lengths and angles in degrees.
-std::optional<Profile> ProfileOf(const PartDescription& part, const Numbers& numbers) {
-  if (part.profile) return part.profile;
-  const auto count = static_cast<int>(std::clamp(numbers.Or("cpoint", 0), 0.0, 1e6));
-  Profile profile;
-  for (int i = 1; i <= count; ++i) {
-    const auto row = "_" + std::to_string(i);
-    const double angle = numbers.Or("a" + row, 0) * kPi / 180;
-    profile.first.push_back(numbers.Or("l" + row, 0) * std::sin(angle));
-    profile.second.push_back(numbers.Or("l" + row, 0) * std::cos(angle));
-  }
-  if (profile.first.empty()) return std::nullopt;
-  return profile;
+// The turned body of a part: as its library model has it, or by the names of its parameters.
+std::optional<TurnedDesign> BodyOf(const PartDescription& part) {
+  const Design design = ReadDesign(part);
+  if (const auto* turned = std::get_if<TurnedDesign>(&design)) return *turned;
+  return PlainBody(part);
 }
 
 double Square(double value) { return value * value; }
@@ -115,39 +60,175 @@ double RingArea(double diameter, double bore) {
   return kPi / 4 * (Square(diameter) - Square(bore));
 }
 
-// Shells, steps between sections, end faces and the bore's wall.
-double SurfaceOf(const Revolution& body) {
-  double area = 0;
-  double before = body.bore;
-  for (const Section& section : body.sections) {
-    area += kPi * section.length * (section.diameter + body.bore);
-    area += std::abs(RingArea(section.diameter, 0) - RingArea(before, 0));
-    before = section.diameter;
+// Integrals over a body's volume, and its surface.
+struct Sums {
+  double volume = 0, area = 0;
+  double x = 0, y = 0, z = 0;
+  double xx = 0, yy = 0, zz = 0, xy = 0, xz = 0, yz = 0;
+};
+
+constexpr int kArcChords = 64;
+
+// The line with chords in place of its arcs.
+std::vector<Station> Straight(const std::vector<Station>& line) {
+  std::vector<Station> chords;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const Station& a = line[i];
+    chords.push_back({a.x, a.radius});
+    if (a.arc <= 0 || i + 1 == line.size()) continue;
+    // A quarter of a circle, its centre nearer to the axis and inside the body.
+    const Station& b = line[i + 1];
+    const bool rising = b.radius > a.radius;
+    const Station centre{rising ? b.x : a.x, rising ? a.radius : b.radius};
+    for (int k = 1; k < kArcChords; ++k) {
+      const double angle = kPi / 2 * k / kArcChords;
+      chords.push_back({centre.x + (rising ? -std::cos(angle) : std::sin(angle)) * a.arc,
+                        centre.radius + (rising ? std::sin(angle) : std::cos(angle)) * a.arc});
+    }
   }
-  return area + RingArea(before, body.bore);
+  return chords;
 }
 
-MassProperties WeighRevolution(const Revolution& body, double density) {
-  MassProperties total;
-  double begin = 0;
-  double firstMoment = 0;   // of volume, about x = 0
-  double secondMoment = 0;  // of mass across the axis, about x = 0
-  for (const Section& section : body.sections) {
-    const double volume = RingArea(section.diameter, body.bore) * section.length;
-    const double mass = volume * density;
-    const double radii = (Square(section.diameter) + Square(body.bore)) / 4;
-    const double middle = begin + section.length / 2;
-    total.volume += volume;
-    firstMoment += volume * middle;
-    total.momentXX += mass * radii / 2;
-    secondMoment += mass * ((3 * radii + Square(section.length)) / 12 + Square(middle));
-    begin += section.length;
+// Between two places of the line; Gauss's rule with three points is exact for a cone.
+void AddFrustum(Sums& sums, const Station& a, const Station& b, double sign) {
+  constexpr double kPlaces[] = {-0.7745966692414834, 0, 0.7745966692414834};
+  constexpr double kWeights[] = {5.0 / 9, 8.0 / 9, 5.0 / 9};
+  const double length = b.x - a.x;
+  sums.area += kPi * (a.radius + b.radius) * std::hypot(length, b.radius - a.radius);
+  for (int i = 0; i < 3; ++i) {
+    const double t = (1 + kPlaces[i]) / 2;
+    const double x = a.x + t * length;
+    const double square = Square(a.radius + t * (b.radius - a.radius));
+    const double weight = sign * kWeights[i] / 2 * length * kPi;
+    sums.volume += weight * square;
+    sums.x += weight * square * x;
+    sums.xx += weight * square * x * x;
+    sums.yy += weight * square * square / 4;
+    sums.zz += weight * square * square / 4;
   }
-  total.area = SurfaceOf(body);
-  total.mass = total.volume * density;
-  total.centerX = firstMoment / total.volume;
-  total.momentYY = total.momentZZ = secondMoment - total.mass * Square(total.centerX);
-  return total;
+}
+
+// A slice of a seat across the shaft, at `y` from its axis and `dy` wide.
+struct Slice {
+  double y, dy, low, high, length;
+};
+
+Slice SliceOf(const Seat& seat, double angle, double step) {
+  const double half = seat.width / 2;
+  Slice slice{half * std::sin(angle), half * std::cos(angle) * step, 0, 0, seat.length};
+  if (seat.roundEnds) slice.length += seat.width * (std::cos(angle) - 1);
+  const double surface = std::sqrt(std::max(0.0, Square(seat.radius) - Square(slice.y)));
+  const double inner = std::max(seat.height, -surface);
+  switch (seat.kind) {
+    case Seat::Kind::Key:
+      slice.low = surface, slice.high = seat.height;
+      break;
+    case Seat::Kind::Spline:
+      slice.low = surface;
+      slice.high = std::sqrt(Square(seat.height) - Square(slice.y));
+      break;
+    default:
+      slice.low = std::min(inner, surface), slice.high = surface;
+      break;
+  }
+  return slice;
+}
+
+bool IsAdded(const Seat& seat) {
+  return seat.kind == Seat::Kind::Key || seat.kind == Seat::Kind::Spline;
+}
+
+// How much of a cylinder's surface lies over a unit of the plan.
+double Slope(double radius, double y) {
+  return radius / std::sqrt(std::max(Square(radius) - Square(y), 1e-12));
+}
+
+double AreaChange(const Seat& seat, const Slice& slice, double step) {
+  const double plan = slice.length * slice.dy;
+  const double surface = plan * Slope(seat.radius, slice.y);
+  const double ends = seat.roundEnds ? seat.width * step : 2 * slice.dy;
+  double area = -surface + ends * (slice.high - slice.low);
+  if (seat.kind == Seat::Kind::Spline) return area + plan * Slope(seat.height, slice.y);
+  const bool through = seat.height <= -seat.radius;
+  return area + (through ? -surface : plan);
+}
+
+Sums SumsOf(const Seat& seat) {
+  constexpr int kSlices = 400;
+  Sums sums;
+  const double step = kPi / kSlices;
+  for (int i = 0; i < kSlices; ++i) {
+    const double angle = -kPi / 2 + (i + 0.5) * step;
+    const Slice s = SliceOf(seat, angle, step);
+    const double base = s.length * s.dy;
+    const double volume = base * (s.high - s.low);
+    const double first = base * (Square(s.high) - Square(s.low)) / 2;
+    sums.volume += volume;
+    sums.x += volume * seat.middle;
+    sums.xx += volume * (Square(seat.middle) + Square(s.length) / 12);
+    sums.y += volume * s.y;
+    sums.yy += volume * s.y * s.y;
+    sums.z += first;
+    sums.zz += base * (std::pow(s.high, 3) - std::pow(s.low, 3)) / 3;
+    sums.xy += volume * seat.middle * s.y;
+    sums.xz += first * seat.middle;
+    sums.yz += first * s.y;
+    sums.area += AreaChange(seat, s, step);
+  }
+  // The straight sides of a slot and of a rectangle.
+  const Slice side = SliceOf(seat, kPi / 2, step);
+  sums.area += 2 * side.length * std::max(0.0, side.high - side.low);
+  return sums;
+}
+
+// Adds what was summed up in the seat's frame, turned about x to where the seat stands.
+void AddTurned(Sums& total, const Sums& s, double turn, double sign) {
+  const double c = std::cos(turn), n = std::sin(turn);
+  total.volume += sign * s.volume;
+  total.area += s.area;
+  total.x += sign * s.x;
+  total.y += sign * (c * s.y - n * s.z);
+  total.z += sign * (n * s.y + c * s.z);
+  total.xx += sign * s.xx;
+  total.yy += sign * (c * c * s.yy - 2 * c * n * s.yz + n * n * s.zz);
+  total.zz += sign * (n * n * s.yy + 2 * c * n * s.yz + c * c * s.zz);
+  total.xy += sign * (c * s.xy - n * s.xz);
+  total.xz += sign * (n * s.xy + c * s.xz);
+  total.yz += sign * (c * n * (s.yy - s.zz) + (c * c - n * n) * s.yz);
+}
+
+MassProperties Weigh(const Sums& s, double density) {
+  MassProperties p;
+  p.volume = s.volume;
+  p.area = s.area;
+  p.mass = s.volume * density;
+  p.centerX = s.x / s.volume;
+  p.centerY = s.y / s.volume;
+  p.centerZ = s.z / s.volume;
+  const double xx = s.xx * density - p.mass * Square(p.centerX);
+  const double yy = s.yy * density - p.mass * Square(p.centerY);
+  const double zz = s.zz * density - p.mass * Square(p.centerZ);
+  p.momentXX = yy + zz;
+  p.momentYY = xx + zz;
+  p.momentZZ = xx + yy;
+  p.momentXY = s.xy * density - p.mass * p.centerX * p.centerY;
+  p.momentXZ = s.xz * density - p.mass * p.centerX * p.centerZ;
+  p.momentYZ = s.yz * density - p.mass * p.centerY * p.centerZ;
+  return p;
+}
+
+MassProperties WeighTurned(const TurnedDesign& body, double density) {
+  Sums sums;
+  const std::vector<Station> line = Straight(body.line);
+  const Station first{line.front().x, body.boreRadius}, last{line.back().x, body.boreRadius};
+  AddFrustum(sums, first, line.front(), 1);
+  for (std::size_t i = 0; i + 1 < line.size(); ++i) AddFrustum(sums, line[i], line[i + 1], 1);
+  AddFrustum(sums, line.back(), last, 1);
+  AddFrustum(sums, first, last, -1);  // the bore
+  for (const Seat& seat : body.seats) {
+    AddTurned(sums, SumsOf(seat), seat.turn, IsAdded(seat) ? 1 : -1);
+  }
+  return Weigh(sums, density);
 }
 
 // Integrals over the polygon of a cam's profile.
@@ -202,14 +283,11 @@ std::optional<MassProperties> WeighCam(const Profile& profile, double width, dou
   return cam;
 }
 
-std::vector<Point> HalfOutline(const Revolution& body) {
+// Line of the body's half above the axis; teeth reach above the cylinder of a wheel.
+std::vector<Point> HalfOutline(const TurnedDesign& body, double scale, double tipRadius) {
   std::vector<Point> points;
-  double begin = 0;
-  for (const Section& section : body.sections) {
-    const double radius = std::max(section.diameter, body.tip) / 2;
-    points.push_back({begin, radius});
-    begin += section.length;
-    points.push_back({begin, radius});
+  for (const Station& station : Straight(body.line)) {
+    points.push_back({station.x / scale, std::max(station.radius, tipRadius) / scale});
   }
   return points;
 }
@@ -224,27 +302,27 @@ std::vector<Point> PointsOf(const Profile& profile) {
 
 class FormulaKernel final : public Kernel {
  public:
+  void Check(const PartDescription& part) const override { ReadDesign(part); }
+
   std::optional<MassProperties> Weigh(const PartDescription& part) const override {
-    const Numbers numbers(part.parameters);
-    const double density = DensityOf(numbers, part.unit);
-    if (const auto profile = ProfileOf(part, numbers)) {
-      return WeighCam(*profile, numbers.Or("b", kDefaultCamWidth),
-                      std::max(0.0, numbers.Or("dh", 0)), density);
-    }
-    const auto body = RevolutionOf(numbers);
+    const double density = DensityOf(part);
+    if (const auto profile = ProfileOf(part)) return WeighProfile(part, *profile, density);
+    const auto body = PossibleBody(part);
     if (!body) return std::nullopt;
-    return WeighRevolution(*body, density);
+    return InDocumentUnits(WeighTurned(*body, density), part.unit);
   }
 
   Outlines Draw(const PartDescription& part) const override {
-    const Numbers numbers(part.parameters);
-    if (const auto profile = ProfileOf(part, numbers)) return {PointsOf(*profile)};
-    const auto body = RevolutionOf(numbers);
+    if (const auto profile = ProfileOf(part)) return {PointsOf(*profile)};
+    const auto body = PossibleBody(part);
     if (!body) return {};
-    std::vector<Point> outline = HalfOutline(*body);
+    const double scale = ScaleOf(part.unit);
+    const bool rows = body->line.size() > 2;
+    const double tip = rows ? 0 : Numbers(part.parameters).Or("da", 0) * scale / 2;
+    std::vector<Point> outline = HalfOutline(*body, scale, tip);
     const double length = outline.back().x;
     for (std::size_t i = outline.size(); i-- > 0;) outline.push_back({outline[i].x, -outline[i].y});
-    const double bore = body->bore / 2;
+    const double bore = body->boreRadius / scale;
     if (bore <= 0) return {outline};
     return {outline, {{0, bore}, {length, bore}, {length, -bore}, {0, -bore}}};
   }
@@ -261,6 +339,39 @@ class FormulaKernel final : public Kernel {
     }
     if (right <= left) return {};
     return {{"Length", FormatNumber(right - left)}, {"Height", FormatNumber(top - bottom)}};
+  }
+
+  std::optional<ExchangeFiles> Export(const PartDescription&, const std::string&) const override {
+    return std::nullopt;
+  }
+
+  std::optional<ExchangeFiles> ExportAssembly(const std::vector<Instance>&,
+                                              const std::string&) const override {
+    return std::nullopt;
+  }
+
+ private:
+  // A part whose dimensions make no body has none.
+  static std::optional<TurnedDesign> PossibleBody(const PartDescription& part) {
+    try {
+      return BodyOf(part);
+    } catch (const BoardError&) {
+      return std::nullopt;
+    }
+  }
+
+  static std::optional<MassProperties> WeighProfile(const PartDescription& part,
+                                                    const Profile& profile, double density) {
+    const Numbers numbers(part.parameters);
+    const double scale = ScaleOf(part.unit);
+    Profile scaled = profile;
+    for (auto* list : {&scaled.first, &scaled.second}) {
+      for (double& value : *list) value *= scale;
+    }
+    const auto cam = WeighCam(scaled, numbers.Or("b", kDefaultCamWidth) * scale,
+                              std::max(0.0, numbers.Or("dh", 0)) * scale, density);
+    if (!cam) return std::nullopt;
+    return InDocumentUnits(*cam, part.unit);
   }
 };
 

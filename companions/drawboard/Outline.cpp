@@ -60,7 +60,7 @@ Outlines DrawDocument(const Document& document, const Kernel& kernel) {
   Outlines all;
   double place = 0;
   for (const BoardObject& object : document.objects) {
-    Outlines outlines = kernel.Draw(DescribePart(object, document.unit));
+    Outlines outlines = kernel.Draw(DescribePart(object, document));
     const Box box = BoxOf(outlines);
     for (auto& outline : outlines) {
       for (Point& point : outline) point.x += place - box.left;

@@ -1,6 +1,7 @@
 #include "drawboard/PartFiles.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "drawboard/BoardError.h"
 #include "drawboard/DocumentJson.h"
@@ -14,15 +15,13 @@ namespace {
 
 using quillmar::platform::EqualsNoCase;
 
+constexpr std::pair<const char*, std::string ExchangeFiles::*> kExchangeFiles[] = {
+    {".step", &ExchangeFiles::step}, {".glb", &ExchangeFiles::glb}, {".svg", &ExchangeFiles::svg}};
+
 // Kinds that a CAD cannot keep without a file of their own.
 bool NeedsFile(Kind kind) {
   return kind == Kind::Part || kind == Kind::ParamPart || kind == Kind::Shaft ||
          kind == Kind::Feature || kind == Kind::Cam;
-}
-
-// A shared part may stand in the library itself, then no copy of it is made.
-bool IsLibraryFile(const BoardObject& object) {
-  return !object.file.empty() && EqualsNoCase(object.file, object.modelPath);
 }
 
 // The other object whose file would be overwritten with other data. Equal parts share a file.
@@ -88,8 +87,27 @@ bool IsBorneByOther(const Document& document, const BoardObject& object, const s
                      });
 }
 
+bool IsLibraryFile(const BoardObject& object) {
+  return !object.file.empty() && EqualsNoCase(object.file, object.modelPath);
+}
+
+std::string ExchangePath(const std::string& file, const std::string& extension) {
+  return file.substr(0, file.size() - ExtensionOf(file).size()) + extension;
+}
+
+void WriteExchangeFiles(const std::string& file, const ExchangeFiles& contents) {
+  for (const auto& [extension, member] : kExchangeFiles) {
+    const std::string& text = contents.*member;
+    const std::string path = ExchangePath(file, extension);
+    if (!text.empty() && !WriteWholeFile(path, text)) {
+      throw BoardError("Cannot write \"" + path + "\"");
+    }
+  }
+}
+
 void StorePart(Document& document, BoardObject& object, const std::string& givenPath,
                const std::string& extension, const Kernel& kernel, FileChanges& files) {
+  kernel.Check(DescribePart(object, document));
   const std::string former = object.file;
   ResolveFile(document, object, givenPath, extension);
   if (object.file.empty() || IsLibraryFile(object)) return;
@@ -97,7 +115,11 @@ void StorePart(Document& document, BoardObject& object, const std::string& given
   files.Write(object.file, PartToJson(object, document, kernel));
   const bool moved = !former.empty() && !EqualsNoCase(former, object.file);
   const bool orphan = moved && !IsBorneByOther(document, object, former);
-  if (orphan && !EqualsNoCase(former, object.modelPath)) files.Remove(former);
+  if (!orphan || EqualsNoCase(former, object.modelPath)) return;
+  files.Remove(former);
+  for (const auto& [extension, member] : kExchangeFiles) {
+    files.Remove(ExchangePath(former, extension));
+  }
 }
 
 }  // namespace drawboard

@@ -1,9 +1,10 @@
 # shellcheck shell=bash
 # Debian packages: which are missing, and how they are installed. Needs common.sh.
 
-native_packages=(g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libcli11-dev libfmt-dev)
+native_packages=(g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libcli11-dev libfmt-dev
+  libocct-data-exchange-dev libtbb-dev)
 test_packages=(clang libclang-rt-14-dev clang-format googletest libgtest-dev libgmock-dev libbenchmark-dev
-  libabsl-dev pkg-config doxygen)
+  libabsl-dev pkg-config doxygen admesh)
 windows_packages=(g++ cmake ninja-build g++-mingw-w64-i686-posix nlohmann-json3-dev libcli11-dev libfmt-dev
   googletest libgtest-dev libgmock-dev pkg-config)
 isolated_wine_packages=(mmdebstrap arch-test bubblewrap uidmap debian-archive-keyring)
