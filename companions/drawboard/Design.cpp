@@ -43,14 +43,17 @@ double Involute(double angle) { return std::tan(angle) - angle; }
 void ReadHubSeat(const PartDescription& part, double scale, GearDesign& gear) {
   const Numbers own(part.parameters);
   gear.seatWidth = own.Or("bk", 0) * scale;
-  gear.seatDepth = own.Or("t2", 0) * scale;
+  gear.seatDepth = own.Or("tk2", 0) * scale;
   for (const PartDescription& feature : part.features) {
     if (feature.model != "keyway") continue;
     const Numbers numbers(feature.parameters);
     gear.seatWidth = numbers.Or("bk", 0) * scale;
     gear.seatDepth = (numbers.Or("hk", 0) - numbers.Or("tk", 0)) * scale + kKeyClearance;
   }
-  if (gear.seatWidth == 0) return;
+  if (gear.seatWidth == 0) {
+    gear.seatDepth = 0;
+    return;
+  }
   Demand(gear.boreRadius > 0, "The gear has a keyway but no bore");
   Demand(gear.seatWidth > 0 && gear.seatWidth < 2 * gear.boreRadius && gear.seatDepth > 0,
          "The keyway does not fit into the bore of the gear");

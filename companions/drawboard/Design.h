@@ -4,7 +4,7 @@
 // The library model chooses the kind of body:
 //   SpurGear  involute teeth: z, m, alfa, x, "ha*", "c*", "rf*", da, df, b; bore dh; a keyway in
 //   the
-//             bore: bk wide, t2 deep
+//             bore: bk wide, tk2 deep
 //   Shaft     "#spiCount" elements from left to right: d, l, their type and what that type has
 //             besides (ShaftDesign.cpp); bore dh; keyways and keys that stand on it as features
 //   DiscCam   points of the profile, width b, bore dh

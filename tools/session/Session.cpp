@@ -125,6 +125,13 @@ void Session::RunSteps() {
   LogIn();
   for (const Step& step : job.steps) RunStep(step);
   LogOut();
+  SaveDocument();
+}
+
+// As the designer does at the end of his work; the CAD then also writes what others open.
+void Session::SaveDocument() {
+  Require(cad.call.Drawboard_SaveDocument(""), "The CAD cannot save the document");
+  tell("The CAD has saved the document");
 }
 
 void Session::RunStep(const Step& step) {

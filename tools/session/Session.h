@@ -53,6 +53,7 @@ class Session {
   // After a failure: whatever can still be had of the document.
   void KeepDocument();
   void BeginDocument();
+  void SaveDocument();
   void LogIn();
   void LogOut();
   void AwaitHostEnd();
