@@ -19,6 +19,9 @@ constexpr double kCubicMillimetresPerMetre = 1e9;  // kg/m3 -> kg/mm3
 constexpr double kKilogramsPerPound = 0.45359237;
 constexpr double kDefaultCamWidth = 10;  // in the document's unit
 constexpr int kMostTeeth = 2000;
+// Checking an outline takes time that grows with the square of its edges: with more teeth, which
+// are then small on the wheel, it stays the cylinder of its reference circle.
+constexpr int kMostCutTeeth = 300;
 // Across flats of the hexagon that has the area of a circle, in diameters: sqrt(pi / (2 sqrt(3))).
 constexpr double kFlatsPerCircle = 0.9523128;
 // Hub keyways are cut this much deeper than the key stands out of the shaft (DIN 6885).
@@ -107,7 +110,8 @@ Design ReadGear(const PartDescription& part, double scale) {
   gear.boreRadius = numbers.Or("dh", 0) * scale / 2;
   ReadHubSeat(part, scale, gear);
   CheckGear(gear, scale);
-  return gear;
+  if (gear.teeth <= kMostCutTeeth) return gear;
+  return TurnedDesign{{{0, reference / 2}, {gear.width, reference / 2}}, gear.boreRadius, {}};
 }
 
 // ---- cams

@@ -16,7 +16,14 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 constexpr int kMostElements = 200;
+// Types of elements that stand in no table below.
+constexpr int kSnapRing = 2;
+constexpr int kKeyway = 3;
+constexpr int kThread = 4;
 constexpr int kCone = 5;
+constexpr int kHole = 13;
+constexpr int kSpline = 16;
+constexpr int kWrenchFlat = 17;
 constexpr int kMostAround = 64;  // keyways or splines around an element
 // A shaft's ends are broken by this part of their diameter, in steps, where its model says so.
 constexpr double kEndChamfer = 0.05;
@@ -34,6 +41,26 @@ struct Element {
 
 struct Groove {
   double begin = 0, end = 0, radius = 0;
+};
+
+// Undercuts at an end of an element, and grooves at a place of it.
+struct UndercutNames {
+  int type;
+  const char *width, *depth, *atLeft;
+};
+constexpr UndercutNames kUndercuts[] = {
+    {6, "na_b", "na_h", "na_add"},      {7, "nb_b", "nb_h", "nb_add"},
+    {9, "nf_b", "nf_h", "nf_add"},      {10, "ng_b", "ng_h", "ng_add"},
+    {11, "nda_b", "nda_h", "pnda_add"}, {12, "ndb_b", "ndb_h", "ndb_add"},
+};
+struct RecessNames {
+  int type;
+  const char *offset, *length, *depth;
+};
+constexpr RecessNames kRecesses[] = {
+    {8, "nd_lr", "nd_l", "nd_h"},
+    {14, "rna_lr", "rna_l", "rna_h"},
+    {15, "rnb_lr", "rnb_l", "rnb_h"},
 };
 
 // One shaft while it is read.
@@ -59,9 +86,8 @@ class ShaftReader {
   void ReadElement(Element& element);
   void AddElement(const Element& element);
   void AddStation(Station station);
-  std::vector<Groove> GroovesOf(const Element& element);
+  Groove GrooveOf(const Element& element) const;
   Groove Cut(const Element& element, double offset, double length, double radius) const;
-  Groove Undercut(const Element& element, double width, double depth, bool atLeft) const;
   void AddSeats(const Element& element);
   void AddKeyways(const Element& element);
   void AddHole(const Element& element);
@@ -122,73 +148,37 @@ Groove ShaftReader::Cut(const Element& element, double offset, double length, do
   return {begin, end, radius};
 }
 
-Groove ShaftReader::Undercut(const Element& element, double width, double depth,
-                             bool atLeft) const {
-  return Cut(element, atLeft ? 0 : element.length - width, width, element.left - depth);
-}
-
-std::vector<Groove> ShaftReader::GroovesOf(const Element& e) {
-  const int row = e.number;
-  const auto undercut = [&](const char* kind, const char* side) -> Groove {
-    const std::string prefix = kind;
-    return Undercut(e, Length(prefix + "_b", row), Length(prefix + "_h", row),
-                    Whole(side, row) == 1);
-  };
-  const auto recess = [&](const char* kind, const char* depth) -> Groove {
-    const std::string prefix = kind;
-    return Cut(e, Length(prefix + "_lr", row), Length(prefix + "_l", row),
-               e.left - Length(prefix + depth, row));
-  };
-  Groove groove;
-  switch (Whole("#spitype", row)) {
-    case 2:
+// The grooves that stand in one place all around. Splines are one too: between them the body is
+// their bottom.
+Groove ShaftReader::GrooveOf(const Element& e) const {
+  const int row = e.number, type = Whole("#spitype", row);
+  for (const UndercutNames& names : kUndercuts) {
+    if (names.type != type) continue;
+    const double width = Length(names.width, row);
+    const double offset = Whole(names.atLeft, row) == 1 ? 0 : e.length - width;
+    return Cut(e, offset, width, e.left - Length(names.depth, row));
+  }
+  for (const RecessNames& names : kRecesses) {
+    if (names.type != type) continue;
+    return Cut(e, Length(names.offset, row), Length(names.length, row),
+               e.left - Length(names.depth, row));
+  }
+  switch (type) {
+    case kSnapRing:
       if (Length("rr_d1", row) == 0) return {};
-      groove = Cut(e, Length("rr_lr", row), Length("rr_m", row), Length("rr_d1", row) / 2);
-      break;
-    case 4: {
+      return Cut(e, Length("rr_lr", row), Length("rr_m", row), Length("rr_d1", row) / 2);
+    case kThread: {
       const double width = Length("lw_b", row);
-      groove = Cut(e, Length("lw_lr", row) + Length("lw_l", row) - width, width,
-                   e.left - Length("lw_t", row));
-      break;
+      return Cut(e, Length("lw_lr", row) + Length("lw_l", row) - width, width,
+                 e.left - Length("lw_t", row));
     }
-    case 6:
-      groove = undercut("na", "na_add");
-      break;
-    case 7:
-      groove = undercut("nb", "nb_add");
-      break;
-    case 8:
-      groove = recess("nd", "_h");
-      break;
-    case 9:
-      groove = undercut("nf", "nf_add");
-      break;
-    case 10:
-      groove = undercut("ng", "ng_add");
-      break;
-    case 11:
-      groove = undercut("nda", "pnda_add");
-      break;
-    case 12:
-      groove = undercut("ndb", "ndb_add");
-      break;
-    case 14:
-      groove = recess("rna", "_h");
-      break;
-    case 15:
-      groove = recess("rnb", "_h");
-      break;
-    case 16: {
-      // Between the splines the body is their bottom.
+    case kSpline: {
       const double bottom = Length("pr_r", row);
-      if (bottom > 0 && bottom < e.left) groove = {e.begin, e.End(), bottom};
-      break;
+      return bottom > 0 ? Groove{e.begin, e.End(), bottom} : Groove{};
     }
     default:
-      break;
+      return {};
   }
-  const bool real = groove.end > groove.begin && groove.radius < e.left;
-  return real ? std::vector<Groove>{groove} : std::vector<Groove>{};
 }
 
 // Size of the broken or rounded edge at an end of an element, 0 for a sharp one.
@@ -223,27 +213,25 @@ bool ShaftReader::IsRounded(const Element& element, bool left) const {
 }
 
 void ShaftReader::AddElement(const Element& e) {
-  const std::vector<Groove> grooves = GroovesOf(e);
-  const double first = EndOf(e, true), last = EndOf(e, false);
-  const auto inGroove = [&](double x) {
-    return std::any_of(grooves.begin(), grooves.end(),
-                       [&](const Groove& g) { return g.begin <= x && x <= g.end; });
-  };
-  if (!inGroove(e.begin)) {
+  const Groove groove = GrooveOf(e);
+  const bool grooved = groove.end > groove.begin && groove.radius < e.left;
+  const bool openLeft = grooved && groove.begin <= e.begin;
+  const bool openRight = grooved && groove.end >= e.End();
+  const double first = openLeft ? 0 : EndOf(e, true), last = openRight ? 0 : EndOf(e, false);
+  if (!openLeft) {
     if (first > 0) AddStation({e.begin, e.left - first, IsRounded(e, true) ? first : 0});
     AddStation({e.begin + first, e.left});
   }
-  for (const Groove& groove : grooves) {
-    Demand(groove.begin == e.begin || groove.begin >= e.begin + first,
+  if (grooved) {
+    Demand((openLeft || groove.begin >= e.begin + first) &&
+               (openRight || groove.end <= e.End() - last),
            "The groove in " + Name(e) + " meets the edge of its end");
-    Demand(groove.end == e.End() || groove.end <= e.End() - last,
-           "The groove in " + Name(e) + " meets the edge of its end");
-    if (groove.begin > e.begin) AddStation({groove.begin, e.left});
+    if (!openLeft) AddStation({groove.begin, e.left});
     AddStation({groove.begin, groove.radius});
     AddStation({groove.end, groove.radius});
-    if (groove.end < e.End()) AddStation({groove.end, e.left});
+    if (!openRight) AddStation({groove.end, e.left});
   }
-  if (!inGroove(e.End())) {
+  if (!openRight) {
     AddStation({e.End() - last, e.right, last > 0 && IsRounded(e, false) ? last : 0});
     if (last > 0) AddStation({e.End(), e.right - last});
   }
@@ -329,16 +317,16 @@ void ShaftReader::AddFlats(const Element& e) {
 
 void ShaftReader::AddSeats(const Element& element) {
   switch (Whole("#spitype", element.number)) {
-    case 3:
+    case kKeyway:
       AddKeyways(element);
       break;
-    case 13:
+    case kHole:
       AddHole(element);
       break;
-    case 16:
+    case kSpline:
       AddSplines(element);
       break;
-    case 17:
+    case kWrenchFlat:
       AddFlats(element);
       break;
     default:

@@ -63,7 +63,7 @@ std::vector<std::pair<const char*, PartDescription>> Kinds() {
 }
 
 double VolumeOf(const PartDescription& part) {
-  return WeighSolid(BuildSolid(ReadDesign(part))).volume;
+  return BuildSolid(ReadDesign(part)).properties.volume;
 }
 
 std::string RefusalOf(const PartDescription& part) {
@@ -189,7 +189,7 @@ TEST(Solids, ShaftsWeighAsTheFormulasHaveThem) {
   for (const auto& [name, part] : cases) {
     SCOPED_TRACE(name);
     ASSERT_EQ(RefusalOf(part), "");
-    const MassProperties solid = WeighSolid(BuildSolid(ReadDesign(part)));
+    const MassProperties solid = BuildSolid(ReadDesign(part)).properties;
     const MassProperties formula = *formulas->Weigh(part);
     const double density = DensityOf(part);
     EXPECT_NEAR(formula.volume, solid.volume, 1e-4 * solid.volume);
@@ -300,13 +300,13 @@ std::size_t Count(const std::string& text, const std::string& part) {
 
 TEST(Solids, OtherProgramsFindThemClosed) {
   for (const auto& [name, part] : Kinds()) {
-    const TopoDS_Solid solid = BuildSolid(ReadDesign(part));
-    const Mesh mesh = MeshOf(solid);
+    const Solid solid = BuildSolid(ReadDesign(part));
+    const Mesh mesh = MeshOf(solid.shape);
     EXPECT_GT(mesh.facets, 20) << name;
     EXPECT_EQ(mesh.open, 0) << name;
     EXPECT_EQ(mesh.parts, 1) << name;
     // Chords cut a little off.
-    EXPECT_NEAR(mesh.volume, WeighSolid(solid).volume, 0.01 * mesh.volume) << name;
+    EXPECT_NEAR(mesh.volume, solid.properties.volume, 0.01 * mesh.volume) << name;
   }
 }
 
@@ -314,7 +314,7 @@ TEST(Solids, FilesAreWholeAndTheSameEachTime) {
   for (const auto& [name, part] : Kinds()) {
     SCOPED_TRACE(name);
     const Design design = ReadDesign(part);
-    const TopoDS_Solid first = BuildSolid(design), second = BuildSolid(design);
+    const TopoDS_Solid first = BuildSolid(design).shape, second = BuildSolid(design).shape;
     const std::string step = StepOf(first, design, "Wa\xC5\x82 1");
     EXPECT_THAT(Dangling(step), testing::IsEmpty());
     EXPECT_EQ(Count(step, "MANIFOLD_SOLID_BREP("), 1u);

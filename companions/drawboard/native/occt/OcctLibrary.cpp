@@ -13,11 +13,10 @@ namespace {
 // Enough for an assembly; a solid with its faces takes up to a few megabytes.
 constexpr std::size_t kMostSolids = 48;
 
-// A design's solid and properties, or why there is none.
+// A design's solid, or why there is none.
 struct Built {
   Design design;
-  TopoDS_Solid solid;
-  MassProperties properties;
+  Solid solid;
   std::string problem;
 };
 
@@ -48,7 +47,7 @@ class Library final : public SolidLibrary {
   std::optional<MassProperties> Weigh(const Design& design, std::string& problem) override {
     const Built* built = Find(design, problem);
     if (built == nullptr) return std::nullopt;
-    return built->properties;
+    return built->solid.properties;
   }
 
   std::optional<ExchangeFiles> Export(const Design& design, const std::string& name,
@@ -57,8 +56,8 @@ class Library final : public SolidLibrary {
     if (built == nullptr) return std::nullopt;
     ExchangeFiles files;
     problem = ProblemOf([&] {
-      files = {StepOf(built->solid, design, name), GlbOf(built->solid, design, name),
-               SvgOf(built->solid, name)};
+      files = {StepOf(built->solid.shape, design, name), GlbOf(built->solid.shape, design, name),
+               SvgOf(built->solid.shape, name)};
     });
     if (!problem.empty()) return std::nullopt;
     return files;
@@ -71,7 +70,7 @@ class Library final : public SolidLibrary {
     for (const AssemblyBody& body : bodies) {
       std::string missing;
       const Built* built = Find(body.design, missing);
-      if (built != nullptr) parts.push_back({body, built->solid});
+      if (built != nullptr) parts.push_back({body, built->solid.shape});
     }
     ExchangeFiles files;
     problem = ProblemOf([&] {
@@ -96,10 +95,7 @@ class Library final : public SolidLibrary {
     if (kept.size() >= kMostSolids) kept.pop_front();
     Built& built = kept.emplace_back();
     built.design = design;
-    built.problem = ProblemOf([&] {
-      built.solid = BuildSolid(design);
-      built.properties = WeighSolid(built.solid);
-    });
+    built.problem = ProblemOf([&] { built.solid = BuildSolid(design); });
     return built;
   }
 

@@ -41,6 +41,22 @@ bool IsClosed(const TopoDS_Solid& solid) {
   return true;
 }
 
+MassProperties Weigh(const TopoDS_Solid& solid) {
+  GProp_GProps volume, surface;
+  BRepGProp::VolumeProperties(solid, volume);
+  BRepGProp::SurfaceProperties(solid, surface);
+  const gp_Pnt centre = volume.CentreOfMass();
+  // Its products are negative sums.
+  const gp_Mat inertia = volume.MatrixOfInertia();
+  MassProperties p;
+  p.centerX = centre.X(), p.centerY = centre.Y(), p.centerZ = centre.Z();
+  p.volume = p.mass = volume.Mass();
+  p.area = surface.Mass();
+  p.momentXX = inertia(1, 1), p.momentYY = inertia(2, 2), p.momentZZ = inertia(3, 3);
+  p.momentXY = -inertia(1, 2), p.momentXZ = -inertia(1, 3), p.momentYZ = -inertia(2, 3);
+  return p;
+}
+
 }  // namespace
 
 void FailStep(const char* what) {
@@ -55,33 +71,16 @@ TopoDS_Face FaceOf(const TopoDS_Wire& outline, const TopoDS_Wire& hole, const gp
 
 // The modeller makes solids of outlines that cross themselves without a word; only its check finds
 // them.
-TopoDS_Solid BuildSolid(const Design& design) {
+Solid BuildSolid(const Design& design) {
   const TopoDS_Shape shape = std::visit([](const auto& each) { return Build(each); }, design);
   if (shape.IsNull()) FailStep("the part");
   const TopoDS_Solid solid = OnlySolid(shape);
   if (!BRepCheck_Analyzer(solid).IsValid() || !IsClosed(solid)) {
     throw BoardError("The part's surfaces cross each other or leave a gap");
   }
-  GProp_GProps volume;
-  BRepGProp::VolumeProperties(solid, volume);
-  if (!(volume.Mass() > kLeastVolume)) throw BoardError("The part has no volume");
-  return solid;
-}
-
-MassProperties WeighSolid(const TopoDS_Solid& solid) {
-  GProp_GProps volume, surface;
-  BRepGProp::VolumeProperties(solid, volume);
-  BRepGProp::SurfaceProperties(solid, surface);
-  const gp_Pnt centre = volume.CentreOfMass();
-  // Its products are negative sums.
-  const gp_Mat inertia = volume.MatrixOfInertia();
-  MassProperties p;
-  p.centerX = centre.X(), p.centerY = centre.Y(), p.centerZ = centre.Z();
-  p.volume = p.mass = volume.Mass();
-  p.area = surface.Mass();
-  p.momentXX = inertia(1, 1), p.momentYY = inertia(2, 2), p.momentZZ = inertia(3, 3);
-  p.momentXY = -inertia(1, 2), p.momentXZ = -inertia(1, 3), p.momentYZ = -inertia(2, 3);
-  return p;
+  const MassProperties properties = Weigh(solid);
+  if (!(properties.volume > kLeastVolume)) throw BoardError("The part has no volume");
+  return {solid, properties};
 }
 
 }  // namespace drawboard

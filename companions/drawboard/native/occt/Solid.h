@@ -17,11 +17,14 @@ TopoDS_Shape BuildTurned(const TurnedDesign& body);
 TopoDS_Shape BuildHexagon(const HexagonDesign& hexagon);
 TopoDS_Shape BuildCam(const CamDesign& cam);
 
-// The one solid of a design, checked: valid, closed, with a volume.
-TopoDS_Solid BuildSolid(const Design& design);
+// A solid and its properties, with a material of 1 kg/mm3.
+struct Solid {
+  TopoDS_Solid shape;
+  MassProperties properties;
+};
 
-// Of a material of 1 kg/mm3.
-MassProperties WeighSolid(const TopoDS_Solid& solid);
+// The one solid of a design, checked: valid, closed, with a volume.
+Solid BuildSolid(const Design& design);
 
 // Contents of the files of one part; the STEP file names it and bears a fixed time.
 std::string StepOf(const TopoDS_Solid& solid, const Design& design, const std::string& name);
