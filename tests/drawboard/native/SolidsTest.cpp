@@ -122,9 +122,10 @@ TEST(Solids, AGearLiesBetweenItsCirclesAndFillsItsProfile) {
     const char* parameters;
     double most;  // that the fillets may add, as a part of the volume
   } cases[] = {{"z,21,m,2.5,x,0.2,b,30", 0.02},
-               {"z,63,m,2.5,x,-0.2,b,30", 0.01},
+               {"z,21,m,2.5,x,0.2,b,30,rf*,0.05", 1e-3},
+               {"z,63,m,2.5,x,-0.2,b,30,rf*,0.05", 1e-3},
                {"z,100,m,1,b,10", 0.01},
-               {"z,12,m,4,x,0.5,b,10", 0.03}};
+               {"z,12,m,4,x,0.5,b,10,rf*,0.05", 1e-3}};
   for (const auto& each : cases) {
     const GearDesign gear = std::get<GearDesign>(ReadDesign(Part("spurgear", each.parameters)));
     const auto involute = [](double angle) { return std::tan(angle) - angle; };
@@ -335,13 +336,16 @@ TEST(Solids, AnAssemblyHasItsInstancesAndColours) {
   std::vector<AssemblyBody> bodies;
   for (const auto& [name, part] : kinds) bodies.push_back({name, name, ReadDesign(part)});
   bodies.push_back({"washer", "washer (2)", bodies.back().design});
+  bodies.push_back({"disc", "disc", bodies.back().design});
   std::string problem;
   const auto files = OcctSolids().ExportAssembly(bodies, "Unit", problem);
   ASSERT_TRUE(files) << problem;
   EXPECT_THAT(Dangling(files->step), testing::IsEmpty());
-  EXPECT_EQ(Count(files->step, "MANIFOLD_SOLID_BREP("), 6u);
-  EXPECT_EQ(Count(files->step, "NEXT_ASSEMBLY_USAGE_OCCURRENCE("), 7u);
-  EXPECT_EQ(Count(files->step, "PRODUCT('"), 7u);
+  EXPECT_EQ(Count(files->step, "MANIFOLD_SOLID_BREP("), 7u);
+  EXPECT_EQ(Count(files->step, "NEXT_ASSEMBLY_USAGE_OCCURRENCE("), 8u);
+  EXPECT_EQ(Count(files->step, "PRODUCT('"), 8u);
+  EXPECT_EQ(Count(files->step, "PRODUCT('washer'"), 1u);
+  EXPECT_EQ(Count(files->step, "PRODUCT('disc'"), 1u);
   EXPECT_GE(Count(files->step, "COLOUR_RGB("), 4u);
   EXPECT_THAT(files->step, HasSubstr("'washer (2)'"));
   EXPECT_THAT(files->glb, HasSubstr("washer (2)"));

@@ -1,6 +1,7 @@
 // STEP and GLB through documents with names and colours.
 #include <APIHeaderSection_MakeHeader.hxx>
 #include <BRepBndLib.hxx>
+#include <BRepBuilderAPI_Copy.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <Bnd_Box.hxx>
 #include <Message.hxx>
@@ -18,6 +19,7 @@
 #include <TDataStd_Name.hxx>
 #include <TDocStd_Document.hxx>
 #include <TopLoc_Location.hxx>
+#include <TopoDS.hxx>
 #include <XCAFApp_Application.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
@@ -197,18 +199,20 @@ void Mesh(const TopoDS_Solid& solid) {
   if (!mesh.IsDone()) FailStep("triangles of the part");
 }
 
-// Products of an assembly: what has one name and one design is one.
+// Products of an assembly: what has one name and one design is one. The modeller takes one solid
+// for one product, so parts of equal shape and different names get copies of it.
 class Products {
  public:
   explicit Products(ModelDocument& document) : document(document) {}
   TDF_Label Of(const PlacedSolid& part) {
+    TopoDS_Solid solid = part.solid;
+    Mesh(solid);
     for (const auto& [known, label] : products) {
-      if (known->body.part == part.body.part && known->body.design == part.body.design) {
-        return label;
-      }
+      if (known->body.design != part.body.design) continue;
+      if (known->body.part == part.body.part) return label;
+      solid = TopoDS::Solid(BRepBuilderAPI_Copy(part.solid, false, true).Shape());
     }
-    Mesh(part.solid);
-    const TDF_Label label = document.AddPart(part.solid, part.body.design, part.body.part);
+    const TDF_Label label = document.AddPart(solid, part.body.design, part.body.part);
     products.emplace_back(&part, label);
     return label;
   }
