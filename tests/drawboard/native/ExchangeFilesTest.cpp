@@ -56,3 +56,21 @@ TEST_F(Bodies, SavingWritesTheFilesOfWhatHasChanged) {
   EXPECT_THAT(*ReadWholeFile(Parts() + "\\Sun.step"), HasSubstr("PRODUCT('Sun'"));
   EXPECT_EQ(Messages(), "");
 }
+
+// Only the modeller sees that the profile crosses itself.
+TEST_F(Bodies, WhatTheModellerRefusesIsNotInserted) {
+  std::string parameters = "*view*,V,b,10,cPoint,40";
+  for (int i = 0; i < 40; ++i) {
+    const std::string row = "_" + std::to_string(i + 1) + ",";
+    // An eight that is traced across its middle.
+    const double angle = 2 * std::numbers::pi * (i + 0.5) / 40;
+    const double x = 30 * std::sin(angle), y = 20 * std::sin(2 * angle) + x / 10;
+    parameters += ",l" + row + std::to_string(std::hypot(x, y)) + ",a" + row +
+                  std::to_string(std::atan2(x, y) * 180 / std::numbers::pi);
+  }
+  EXPECT_EQ(cad.InsertCamPartEx("P1", parameters.c_str(), Reference("P1").c_str(), "",
+                                "C:\\Models\\DiscCam.dbp", "Cam", nullptr, 0),
+            0);
+  EXPECT_THAT(Messages(), HasSubstr("InsertCamPartEx: The part's surfaces cross each other"));
+  EXPECT_EQ(Document()["objects"].size(), 0u);
+}
