@@ -31,6 +31,11 @@ constexpr double kThreadDepth = 0.08;
 // More points do not make a splined profile truer, only its files larger.
 constexpr std::size_t kMostCamPoints = 720;
 
+// Beyond it the modeller's tolerances mean nothing.
+constexpr double kLargest = 1e6;  // mm
+// Points of a profile closer than this are one.
+constexpr double kClosest = 1e-5;  // mm
+
 std::string Text(double value) { return FormatNumber(value); }
 
 bool IsOn(const NamedTexts& states, const char* feature) {
@@ -64,6 +69,7 @@ void ReadHubSeat(const PartDescription& part, double scale, GearDesign& gear) {
 
 void CheckGear(const GearDesign& gear, double scale) {
   Demand(gear.width > 0, "The width of the gear is not above 0");
+  DemandSize({gear.width, gear.tipRadius});
   Demand(gear.rootRadius > 0 && gear.tipRadius > gear.rootRadius,
          "The teeth have no height: root circle " + Text(2 * gear.rootRadius / scale) +
              ", tip circle " + Text(2 * gear.tipRadius / scale));
@@ -123,6 +129,8 @@ double DistanceToLine(const Point& a, const Point& b) {
   return std::hypot(a.x + t * dx, a.y + t * dy);
 }
 
+bool AreOne(const Point& a, const Point& b) { return std::hypot(a.x - b.x, a.y - b.y) < kClosest; }
+
 // The points that the solid goes through: not more than needed, none twice.
 std::vector<Point> PointsOf(const Profile& profile, double scale) {
   const std::size_t count = profile.first.size();
@@ -130,9 +138,10 @@ std::vector<Point> PointsOf(const Profile& profile, double scale) {
   std::vector<Point> points;
   for (std::size_t i = 0; i < count; i += std::max<std::size_t>(step, 1)) {
     const Point point{profile.first[i] * scale, profile.second[i] * scale};
-    if (points.empty() || points.back() != point) points.push_back(point);
+    DemandSize({std::abs(point.x), std::abs(point.y)});
+    if (points.empty() || !AreOne(points.back(), point)) points.push_back(point);
   }
-  while (points.size() > 1 && points.front() == points.back()) points.pop_back();
+  while (points.size() > 1 && AreOne(points.front(), points.back())) points.pop_back();
   return points;
 }
 
@@ -145,6 +154,7 @@ Design ReadCam(const PartDescription& part, double scale) {
   cam.width = numbers.Or("b", kDefaultCamWidth) * scale;
   cam.boreRadius = std::max(0.0, numbers.Or("dh", 0)) * scale / 2;
   Demand(cam.width > 0, "The width of the cam is not above 0");
+  DemandSize({cam.width});
   Demand(cam.profile.size() >= 3, "The profile of the cam has fewer than three points");
   if (cam.boreRadius == 0) return cam;
   for (std::size_t i = 0; i < cam.profile.size(); ++i) {
@@ -168,6 +178,7 @@ Design ReadBolt(const PartDescription& part, double scale) {
   Demand(bolt.height > 0 && bolt.shankRadius > 0 && bolt.shankLength > 0,
          "The bolt needs a head and a shank with a diameter and a length above 0");
   Demand(bolt.acrossFlats > 2 * bolt.shankRadius, "The head of the bolt is not above its shank");
+  DemandSize({bolt.acrossFlats, bolt.height, bolt.shankLength});
   if (IsOn(part.featureStates, "PointChamfer")) {
     bolt.pointChamfer = std::min(2 * kThreadDepth * bolt.shankRadius, bolt.shankLength / 2);
   }
@@ -182,6 +193,7 @@ Design ReadNut(const PartDescription& part, double scale) {
   nut.height = numbers.Or("l_1", 0) * scale;
   nut.boreRadius = numbers.Or("dh", 0) * scale / 2;
   Demand(nut.height > 0 && nut.boreRadius > 0, "The nut needs a thread and a height above 0");
+  DemandSize({nut.acrossFlats, nut.height});
   Demand(nut.acrossFlats > 2 * nut.boreRadius, "The nut is not larger than its thread");
   return nut;
 }
@@ -193,6 +205,7 @@ Design ReadWasher(const PartDescription& part, double scale) {
   const double thickness = numbers.Or("l_1", 0) * scale;
   TurnedDesign washer;
   washer.boreRadius = numbers.Or("dh", 0) * scale / 2;
+  DemandSize({radius, thickness});
   Demand(thickness > 0, "The thickness of the washer is not above 0");
   Demand(washer.boreRadius > 0 && radius > washer.boreRadius,
          "The washer is not larger than its hole");
@@ -212,6 +225,10 @@ constexpr std::pair<const char*, Reader> kReaders[] = {
 
 void Demand(bool condition, const std::string& message) {
   if (!condition) throw BoardError(message);
+}
+
+void DemandSize(std::initializer_list<double> lengths) {
+  Demand(std::max(lengths) <= kLargest, "The part is larger than a kilometre");
 }
 
 Design ReadDesign(const PartDescription& part) {

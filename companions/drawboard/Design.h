@@ -13,6 +13,7 @@
 // Threads are not cut: the body has the thread's outer diameter, a nut its bore.
 #pragma once
 
+#include <initializer_list>
 #include <variant>
 #include <vector>
 
@@ -105,7 +106,8 @@ double DensityOf(const PartDescription& part);
 // Lengths of millimetres and masses of kilograms in the document's units.
 MassProperties InDocumentUnits(MassProperties properties, Unit unit);
 
-// Throws a BoardError when the condition does not hold.
+// Throws a BoardError when the condition does not hold, and when a length is beyond what is built.
 void Demand(bool condition, const std::string& message);
+void DemandSize(std::initializer_list<double> lengths);
 
 }  // namespace drawboard

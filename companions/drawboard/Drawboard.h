@@ -5,16 +5,14 @@
  * is said that they are UTF-8. Lists follow the buffer rule of the driver: *size is the capacity
  * without the NUL, 0 with a *size above 0 asks for a buffer of that size.
  *
- * Saving also writes, on a machine with the solid modeller, what other programs and pages show of the
- * model. They lie beside the part file and bear its name without extension:
- *   <part>.step   the solid, with name and colour, in millimetres (AP214)
- *   <part>.glb    its triangles, in metres with y upwards, for a viewer
- *   <part>.svg    an isometric picture without hidden lines, in millimetres
- * and for the assembly <document>.step and <document>.glb beside the document: all visible parts
- * with their names and colours, each beside the one before it, since this CAD knows no mates. Parts
- * that no builder knows have none of them; files of parts that did not change since this process
- * wrote them stay as they are. The same part gives the same bytes. A file is there whole or not at
- * all.
+ * Saving also writes, on a machine with the solid modeller, what other programs and pages show of
+ * the model. They lie beside the part file and bear its name without extension: <part>.step   the
+ * solid, with name and colour, in millimetres (AP214) <part>.glb    its triangles, in metres with y
+ * upwards, for a viewer <part>.svg    an isometric picture without hidden lines, in millimetres and
+ * for the assembly <document>.step and <document>.glb beside the document: all visible parts with
+ * their names and colours, each beside the one before it, since this CAD knows no mates. Parts that
+ * no builder knows have none of them; files of parts that did not change since this process wrote
+ * them stay as they are. The same part gives the same bytes. A file is there whole or not at all.
  *
  * Calls that come before a document was made or opened work in a document "Untitled", which
  * starts empty in each process.

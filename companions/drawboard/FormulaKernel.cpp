@@ -1,6 +1,6 @@
 // Closed formulas. A toothed wheel counts as the cylinder of its reference diameter (the gaps
-// below it and the teeth above it nearly cancel), a shaft as its steps, a cam as the prism of its
-// profile. Names of parameters match without regard to case.
+// below it and the teeth above it nearly cancel), a shaft as its steps with what is cut into them
+// and what stands on them, a cam as the prism of its profile.
 #include <algorithm>
 #include <cmath>
 #include <numbers>

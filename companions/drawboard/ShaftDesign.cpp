@@ -121,10 +121,13 @@ void ShaftReader::ReadElement(Element& element) {
   const int row = element.number;
   element.length = Length("l", row);
   element.left = element.right = Length("d", row) / 2;
-  if (Whole("#spitype", row) == kCone) element.right = Length("cone_d1", row) / 2;
+  if (Whole("#spitype", row) == kCone) {
+    element.right = numbers.OfRow("cone_d1", row, 2 * element.left / scale) * scale / 2;
+  }
   Demand(element.left > 0 && element.right > 0,
          "The diameter of " + Name(element) + " is not above 0");
   Demand(element.length > 0, "The length of " + Name(element) + " is not above 0");
+  DemandSize({element.length, element.left, element.right});
   Demand(std::min(element.left, element.right) > shaft.boreRadius,
          "The bore is not smaller than " + Name(element));
 }

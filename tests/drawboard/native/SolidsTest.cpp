@@ -227,6 +227,8 @@ TEST(Solids, DimensionsThatMakeNoBodyAreRefusedInWords) {
       {Part("shaft", "d_1,20,l_1,50,#spiType_1,3,KEY_L_1,60,KEY_B_1,6,KEY_T_1,3"), "does not fit"},
       {Part("shaft", "d_1,20,l_1,50,#spiType_1,3,KEY_L_1,30,KEY_B_1,6,KEY_T_1,12"), "too deep"},
       {Part("shaft", "d_1,20,l_1,50,#spiType_1,6,NA_b_1,3,NA_h_1,10"), "leaves no material"},
+      {Part("shaft", "d_1,20,l_1,1e300"), "larger than a kilometre"},
+      {Part("spurgear", "z,21,m,1e200,b,10"), "larger than a kilometre"},
       {Part("spurgear", "z,21,m,0,b,10"), "The module of the gear is not above 0"},
       {Part("spurgear", "z,20.5,m,2,b,10"), "A gear cannot have 20.5 teeth"},
       {Part("spurgear", "z,12,m,2,x,1.5,b,10"),
