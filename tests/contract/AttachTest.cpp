@@ -1,7 +1,6 @@
 // Loading and unloading of the library.
 #include "Contract.h"
 #include "platform/Files.h"
-#include "platform/Messages.h"
 
 namespace quillmar::contract {
 namespace {
@@ -15,17 +14,6 @@ TEST_F(Attach, BindsCompanionsAndCallsNobody) {
     EXPECT_NE(platform::FindLoadedModule(companion), nullptr) << companion;
   }
   EXPECT_THAT(CalledFunctions(), IsEmpty());
-  EXPECT_FALSE(HostSide::Runs());
-}
-
-TEST_F(Attach, ExportsFailBeforeLogin) {
-  ASSERT_TRUE(LoadModule());
-  EXPECT_EQ(module.GetCadHinstance(), nullptr);
-  EXPECT_EQ(module.Set2dFileType(2), 0);
-  EXPECT_EQ(module.ObtainProtocol("Shaft:1"), 0);
-  EXPECT_EQ(module.CallUTFunction(11), 1);
-  platform::PumpMessages();
-  EXPECT_EQ(module.LogoutCad(), 1);
   EXPECT_FALSE(HostSide::Runs());
 }
 

@@ -103,7 +103,6 @@ TEST_F(Commands, NothingIsObtainedFromWhatIsNoReference) {
   EXPECT_EQ(module.ObtainProtocol("Nameless:1"), 0);
   strict::Core().Strict_SetAnswer("GetProtocol", "0");
   EXPECT_EQ(module.ObtainProtocol("Gone:1"), 0);
-  EXPECT_EQ(module.ObtainProtocol(nullptr), 0);
 }
 
 class DrawingFunctions : public Contract {};

@@ -342,7 +342,6 @@ TEST_F(Drawings, PicturesAreDrawnByTheHost) {
   EXPECT_FALSE(platform::FileExists(Record(id).KeyWord("Files", "Output")));
   EXPECT_EQ(module.MakePicture("NOWHERE", path), 0);
   EXPECT_EQ(StateOf("NOWHERE"), 0);
-  EXPECT_EQ(module.MakePicture(nullptr, nullptr), 0);
 }
 
 TEST_F(Drawings, FormatsAreShownByTheHost) {
@@ -374,7 +373,6 @@ TEST_F(Drawings, TheUnitOfAProtocolIsTold) {
   EXPECT_EQ(module.IsPartMetrics("NOWHERE", &metric), 0);
   EXPECT_EQ(metric, 0);
   EXPECT_EQ(StateOf("NOWHERE"), 0);
-  EXPECT_EQ(module.IsPartMetrics(nullptr, nullptr), 0);
 }
 
 }  // namespace

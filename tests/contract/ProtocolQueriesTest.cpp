@@ -62,7 +62,6 @@ TEST_F(ProtocolQueries, SmartPartsAreToldByThreeRules) {
     EXPECT_EQ(Count(), before);
   }
   for (const char* odd : {"", "no marker", "<@PID>a<@EL>"}) EXPECT_EQ(module.IsSmartPart(odd), 0);
-  EXPECT_EQ(module.IsSmartPart(nullptr), 0);
 }
 
 TEST_F(ProtocolQueries, AQuestionLeavesNoWorkingCopy) {
@@ -109,7 +108,6 @@ TEST_F(ProtocolQueries, AnItemIsCutAtItsBuffer) {
   EXPECT_EQ(value[1024], '#') << "written beyond the buffer";
   EXPECT_EQ(module.GetProtocolItem(id.c_str(), "Own", "Missing", value.data()), 0);
   EXPECT_EQ(module.GetProtocolItem("Unknown", "Own", "Short", value.data()), 0);
-  EXPECT_EQ(module.GetProtocolItem(nullptr, nullptr, nullptr, nullptr), 0);
   EXPECT_EQ(StateOf(id), 2);
   // A protocol that somebody works with stays open.
   const Record open(id);
@@ -265,7 +263,6 @@ TEST_F(ProtocolQueries, WhatIsNoReferenceIsNotCopied) {
   for (const char* odd : {"", "no marker", "<@PID>a<@EL>"}) {
     EXPECT_EQ(module.CopyProtocol(odd, newId, newReference), 0) << odd;
   }
-  EXPECT_EQ(module.CopyProtocol(nullptr, nullptr, nullptr), 0);
   EXPECT_STREQ(newId, "old");
   EXPECT_EQ(Count(), before);
 }
@@ -313,7 +310,6 @@ TEST_F(ProtocolQueries, NewProtocolsHoldTheItemsOfTheirKind) {
       }
     }
   }
-  EXPECT_EQ(module.CreateUserProtocol(nullptr, nullptr, nullptr), 1);
 }
 
 TEST_F(ProtocolQueries, AFailedWriteEndsTheCreation) {

@@ -136,7 +136,6 @@ TEST_F(StartCalculation, ARecalculatedConnectionGoesToItsLibrary) {
     EXPECT_THAT(Calls("EditBoltedConnection2")[0].arguments, ElementsAre(id, "20", "-30"));
   }
   EXPECT_EQ(module.MCWRecalculate("no marker", 1, 2, 3), 0);
-  EXPECT_EQ(module.MCWRecalculate(nullptr, 1, 2, 3), 0);
 }
 
 // --- the group manager's optimisation ---

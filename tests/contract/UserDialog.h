@@ -21,4 +21,17 @@ class UserDialog {
   State* state;
 };
 
+// As long as it lives, dialogs of every kind are closed without an answer.
+class UserWhoLeaves {
+ public:
+  UserWhoLeaves();
+  ~UserWhoLeaves();
+  UserWhoLeaves(const UserWhoLeaves&) = delete;
+  UserWhoLeaves& operator=(const UserWhoLeaves&) = delete;
+
+ private:
+  struct State;
+  State* state;
+};
+
 }  // namespace quillmar::contract

@@ -274,7 +274,6 @@ TEST_F(UserParts, ValuesOfAReferenceText) {
   }
   char out[8] = "#";
   EXPECT_EQ(module.GetDataValues("no reference", "b", out, 8), 0);
-  EXPECT_EQ(module.GetDataValues(nullptr, nullptr, out, -1), 0);
   EXPECT_STREQ(out, "");
   EXPECT_EQ(strict::Core().Strict_OpenProtocols(), open) << "the protocol is erased again";
 }

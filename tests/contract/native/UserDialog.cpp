@@ -24,4 +24,8 @@ UserDialog::~UserDialog() {
   delete state;
 }
 
+// The machine cancels what no answer was laid down for.
+UserWhoLeaves::UserWhoLeaves() : state(nullptr) {}
+UserWhoLeaves::~UserWhoLeaves() = default;
+
 }  // namespace quillmar::contract

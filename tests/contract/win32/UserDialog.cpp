@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <atomic>
+#include <cstring>
 #include <optional>
 #include <thread>
 
@@ -73,6 +75,36 @@ UserDialog::UserDialog(const std::string& name, const std::string& views, int un
 UserDialog::~UserDialog() {
   state->user.join();
   EXPECT_TRUE(state->seen) << "no dialog was shown";
+  delete state;
+}
+
+struct UserWhoLeaves::State {
+  State() : asked(GetCurrentThreadId()), user([this] { Play(); }) {}
+
+  void Play() {
+    while (!gone) {
+      EnumThreadWindows(asked, Leave, 0);
+      Sleep(kPause);
+    }
+  }
+  static BOOL CALLBACK Leave(HWND window, LPARAM) {
+    char kind[16] = "";
+    GetClassNameA(window, kind, sizeof kind);
+    const bool isDialog = std::strcmp(kind, "#32770") == 0 && IsWindowVisible(window) != 0;
+    if (isDialog) PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+    return TRUE;
+  }
+
+  DWORD asked;
+  std::atomic<bool> gone = false;
+  std::thread user;
+};
+
+UserWhoLeaves::UserWhoLeaves() : state(new State) {}
+
+UserWhoLeaves::~UserWhoLeaves() {
+  state->gone = true;
+  state->user.join();
   delete state;
 }
 
