@@ -4,7 +4,9 @@
 native_packages=(g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libcli11-dev libfmt-dev
   libocct-data-exchange-dev libtbb-dev)
 test_packages=(clang libclang-rt-14-dev clang-format googletest libgtest-dev libgmock-dev libbenchmark-dev
-  libabsl-dev pkg-config doxygen admesh)
+  libabsl-dev pkg-config doxygen admesh python3 python3-ezdxf)
+# Without it one test is skipped.
+browser_packages=(chromium)
 windows_packages=(g++ cmake ninja-build g++-mingw-w64-i686-posix nlohmann-json3-dev libcli11-dev libfmt-dev
   googletest libgtest-dev libgmock-dev pkg-config)
 isolated_wine_packages=(mmdebstrap arch-test bubblewrap uidmap debian-archive-keyring)

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <map>
-#include <sstream>
 #include <tuple>
 
 #include "hexaplan/calculation/SheetFormatCalculation.h"
@@ -18,18 +17,6 @@ const Shapes kShapes = {{"OUTLINE", 5, 0, 0, 0, 30}, {"CENTRE", -20, 0, 30, 0}};
 int WordAt(const std::string& file, std::size_t word) {
   return static_cast<unsigned char>(file.at(2 * word)) +
          256 * static_cast<unsigned char>(file.at(2 * word + 1));
-}
-
-TEST(Shapes, DxfCarriesTheEntities) {
-  std::istringstream lines(ToDxf(kShapes));
-  std::vector<std::string> groups;
-  for (std::string code, value; std::getline(lines, code) && std::getline(lines, value);) {
-    groups.push_back(std::to_string(std::stoi(code)) + "=" + value);
-  }
-  EXPECT_EQ(groups,
-            (std::vector<std::string>{"0=SECTION", "2=ENTITIES", "0=CIRCLE", "8=OUTLINE", "10=5",
-                                      "20=0", "40=15", "0=LINE", "8=CENTRE", "10=-20", "20=0",
-                                      "11=30", "21=0", "0=ENDSEC", "0=EOF"}));
 }
 
 TEST(Shapes, MetafileIsWhole) {

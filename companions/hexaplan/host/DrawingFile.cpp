@@ -12,10 +12,6 @@ namespace hexaplan {
 
 namespace {
 
-// Layers, as "Layers.ini" names them.
-constexpr char kOutline[] = "OUTLINE";
-constexpr char kCentre[] = "CENTRE";
-
 using Values = std::map<std::string, double, NameLess>;
 
 double ValueOf(const Values& values, const std::string& name) {
@@ -26,12 +22,13 @@ double ValueOf(const Values& values, const std::string& name) {
 Shapes DrawGear(const Values& values) {
   const double tip = ValueOf(values, "da");
   if (tip <= 0.0) return {};
-  Shapes shapes = {{kOutline, 0, 0, 0, 0, tip},
-                   {kCentre, 0, 0, 0, 0, ValueOf(values, "d")},
-                   {kOutline, 0, 0, 0, 0, ValueOf(values, "df")}};
-  if (ValueOf(values, "dh") > 0.0) shapes.push_back({kOutline, 0, 0, 0, 0, ValueOf(values, "dh")});
-  shapes.push_back({kCentre, -0.55 * tip, 0, 0.55 * tip, 0});
-  shapes.push_back({kCentre, 0, -0.55 * tip, 0, 0.55 * tip});
+  Shapes shapes = {{kOutlineLayer, 0, 0, 0, 0, tip},
+                   {kCentreLayer, 0, 0, 0, 0, ValueOf(values, "d")},
+                   {kOutlineLayer, 0, 0, 0, 0, ValueOf(values, "df")}};
+  if (ValueOf(values, "dh") > 0.0)
+    shapes.push_back({kOutlineLayer, 0, 0, 0, 0, ValueOf(values, "dh")});
+  shapes.push_back({kCentreLayer, -0.55 * tip, 0, 0.55 * tip, 0});
+  shapes.push_back({kCentreLayer, 0, -0.55 * tip, 0, 0.55 * tip});
   return shapes;
 }
 
@@ -56,24 +53,24 @@ Shapes DrawShaft(const Values& values) {
   double before = 0.0;
   for (const TurnedSection& section : BodyOf(values).sections) {
     for (const double side : {1.0, -1.0}) {
-      shapes.push_back({kOutline, x, side * before, x, side * section.radius});
+      shapes.push_back({kOutlineLayer, x, side * before, x, side * section.radius});
       shapes.push_back(
-          {kOutline, x, side * section.radius, x + section.length, side * section.radius});
+          {kOutlineLayer, x, side * section.radius, x + section.length, side * section.radius});
     }
     before = section.radius;
     x += section.length;
   }
   if (x <= 0.0) return {};
-  for (const double side : {1.0, -1.0}) shapes.push_back({kOutline, x, side * before, x, 0});
-  shapes.push_back({kCentre, -0.05 * x, 0, 1.05 * x, 0});
+  for (const double side : {1.0, -1.0}) shapes.push_back({kOutlineLayer, x, side * before, x, 0});
+  shapes.push_back({kCentreLayer, -0.05 * x, 0, 1.05 * x, 0});
   return shapes;
 }
 
 void DrawFrame(Shapes& shapes, double left, double bottom, double right, double top) {
-  shapes.push_back({kOutline, left, bottom, right, bottom});
-  shapes.push_back({kOutline, right, bottom, right, top});
-  shapes.push_back({kOutline, right, top, left, top});
-  shapes.push_back({kOutline, left, top, left, bottom});
+  shapes.push_back({kOutlineLayer, left, bottom, right, bottom});
+  shapes.push_back({kOutlineLayer, right, bottom, right, top});
+  shapes.push_back({kOutlineLayer, right, top, left, top});
+  shapes.push_back({kOutlineLayer, left, top, left, bottom});
 }
 
 // The edge of the sheet, the frame and the title block in its corner, as large as they are beside

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <utility>
 
 #include "hexaplan/calculation/Fields.h"
 
@@ -11,42 +13,6 @@ namespace hexaplan {
 namespace {
 
 constexpr double kPi = 3.141592653589793;
-
-// --- DXF ---
-
-class Dxf {
- public:
-  void Add(const Shape& shape) {
-    Group(0, shape.diameter > 0 ? "CIRCLE" : "LINE");
-    Group(8, shape.layer);
-    Point(10, shape.x1, shape.y1);
-    if (shape.diameter > 0) {
-      Real(40, shape.diameter / 2.0);
-    } else {
-      Point(11, shape.x2, shape.y2);
-    }
-  }
-  std::string Finish() const {
-    return "  0\nSECTION\n  2\nENTITIES\n" + entities + "  0\nENDSEC\n  0\nEOF\n";
-  }
-
- private:
-  void Group(int code, const std::string& value) {
-    entities += (code < 10 ? "  " : " ") + std::to_string(code) + "\n" + value + "\n";
-  }
-  void Real(int code, double value) { Group(code, NumberText(value)); }
-  void Point(int code, double x, double y) {
-    Real(code, x);
-    Real(code + 10, y);
-  }
-
-  std::string entities;
-};
-
-// --- metafile ---
-
-constexpr double kPictureSize = 20000;  // units along the longer side; coordinates have 16 bits
-constexpr int kUnitsPerInch = 2540;
 
 struct Box {
   double left = 0, bottom = 0, right = 0, top = 0;
@@ -73,6 +39,104 @@ Box Around(const Shapes& shapes) {
   }
   return box;
 }
+
+// --- DXF ---
+
+// What a layer's lines look like: line type and colour number.
+struct LineType {
+  const char* name;
+  const char* meaning;
+  std::vector<double> dashes;  // lengths, gaps below 0
+};
+const LineType kLineTypes[] = {{"CONTINUOUS", "Solid line", {}},
+                               {"CENTER", "Long and short dashes", {31.75, -6.35, 6.35, -6.35}}};
+struct Layer {
+  const char* name;
+  int colour;
+  const char* lineType;
+};
+constexpr Layer kLayers[] = {{kOutlineLayer, 7, "CONTINUOUS"}, {kCentreLayer, 1, "CENTER"}};
+
+class Dxf {
+ public:
+  std::string Write(const Shapes& shapes) {
+    Begin("HEADER");
+    Group(9, "$ACADVER");
+    Group(1, "AC1009");
+    const Box box = Around(shapes);
+    Group(9, "$EXTMIN");
+    Point(10, box.left, box.bottom);
+    Group(9, "$EXTMAX");
+    Point(10, box.right, box.top);
+    Group(0, "ENDSEC");
+    Begin("TABLES");
+    Table("LTYPE", kLineTypes);
+    Table("LAYER", kLayers);
+    Group(0, "ENDSEC");
+    Begin("ENTITIES");
+    for (const Shape& shape : shapes) Add(shape);
+    Group(0, "ENDSEC");
+    Group(0, "EOF");
+    return std::move(text);
+  }
+
+ private:
+  void Begin(const char* section) {
+    Group(0, "SECTION");
+    Group(2, section);
+  }
+  template <class Entries>
+  void Table(const char* name, const Entries& entries) {
+    Group(0, "TABLE");
+    Group(2, name);
+    Group(70, std::to_string(std::size(entries)));
+    for (const auto& entry : entries) {
+      Group(0, name);
+      Group(2, entry.name);
+      Group(70, "0");
+      Describe(entry);
+    }
+    Group(0, "ENDTAB");
+  }
+  void Describe(const LineType& type) {
+    Group(3, type.meaning);
+    Group(72, "65");  // the only alignment that there is
+    Group(73, std::to_string(type.dashes.size()));
+    double length = 0;
+    for (const double dash : type.dashes) length += std::abs(dash);
+    Real(40, length);
+    for (const double dash : type.dashes) Real(49, dash);
+  }
+  void Describe(const Layer& layer) {
+    Group(62, std::to_string(layer.colour));
+    Group(6, layer.lineType);
+  }
+  void Add(const Shape& shape) {
+    Group(0, shape.diameter > 0 ? "CIRCLE" : "LINE");
+    Group(8, shape.layer);
+    Point(10, shape.x1, shape.y1);
+    if (shape.diameter > 0) {
+      Real(40, shape.diameter / 2.0);
+    } else {
+      Point(11, shape.x2, shape.y2);
+    }
+  }
+  void Group(int code, const std::string& value) {
+    text += (code < 10 ? "  " : " ") + std::to_string(code) + "\n" + value + "\n";
+  }
+  void Real(int code, double value) { Group(code, NumberText(value)); }
+  void Point(int code, double x, double y) {
+    Real(code, x);
+    Real(code + 10, y);
+  }
+
+  std::string text;
+};
+
+// --- metafile ---
+
+constexpr double kPictureSize = 20000;  // units along the longer side; coordinates have 16 bits
+constexpr int kUnitsPerInch = 2540;
 
 class Metafile {
  public:
@@ -191,11 +255,7 @@ class Facets {
 
 }  // namespace
 
-std::string ToDxf(const Shapes& shapes) {
-  Dxf dxf;
-  for (const Shape& shape : shapes) dxf.Add(shape);
-  return dxf.Finish();
-}
+std::string ToDxf(const Shapes& shapes) { return Dxf().Write(shapes); }
 
 std::string ToMetafile(const Shapes& shapes) {
   Metafile metafile(Around(shapes));

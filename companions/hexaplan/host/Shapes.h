@@ -6,6 +6,10 @@
 
 namespace hexaplan {
 
+// Layers, as "Layers.ini" names them.
+inline constexpr char kOutlineLayer[] = "OUTLINE";
+inline constexpr char kCentreLayer[] = "CENTRE";
+
 struct Shape {
   const char* layer;
   double x1, y1;  // centre, or where a line begins
@@ -25,7 +29,7 @@ struct TurnedBody {
   double bore = 0;  // radius
 };
 
-// DXF, release 12 entities.
+// DXF of release 12 with its layers and how far the drawing reaches.
 std::string ToDxf(const Shapes& shapes);
 // A placeable Windows metafile, as pictures in documents are.
 std::string ToMetafile(const Shapes& shapes);
