@@ -9,7 +9,17 @@
 #include <string>
 #include <vector>
 
+#include "ProgramArguments.h"
 #include "platform/native/Machine.h"
+
+namespace quillmar::contract {
+
+std::vector<std::string>& ProgramArguments() {
+  static std::vector<std::string> arguments;
+  return arguments;
+}
+
+}  // namespace quillmar::contract
 
 namespace {
 
@@ -71,6 +81,7 @@ int main(int argc, char** argv) {
   const std::vector<char*> arguments(argv, argv + argc);
   testing::InitGoogleMock(&argc, argv);
   if (!inCopy && !testing::GTEST_FLAG(list_tests)) return RunInCopy(program, arguments);
+  quillmar::contract::ProgramArguments().assign(argv + 1, argv + argc);
   quillmar::platform::AttachToImage(program.string());
   const int result = RUN_ALL_TESTS();
   // A filter that names no test must not count as a success.
