@@ -13,8 +13,8 @@ class TemplateFile {
 
   const std::string& Path() const { return path; }
   void Remove() const;
-  // False when the file cannot be written.
-  bool Put(const char* section, const std::string& key, const std::string& value) const;
+  // Line breaks in the value become blanks. False when the file cannot be written.
+  bool Put(const char* section, const std::string& key, std::string value) const;
 
  private:
   std::string path;
