@@ -78,8 +78,8 @@ std::string MakeRealProtocol(const ModuleWorld& world, int parameters) {
   return protocol.GetProtocolID();
 }
 
-// One road through the module, or the library calls that it made, made again.
-void OnRealStorage(benchmark::State& state, Road road, bool throughModule) {
+// One road of an open protocol through the module, or the library calls that it made, made again.
+void PartOnRealStorage(benchmark::State& state, Road road, bool throughModule) {
   RealCompanions real;
   if (!real.Loaded()) {
     state.SkipWithError("the storage library is not in the image");
@@ -108,16 +108,16 @@ void OnRealStorage(benchmark::State& state, Road road, bool throughModule) {
   }
   state.counters["calls"] = static_cast<double>(calls.size());
 }
-BENCHMARK_CAPTURE(OnRealStorage, InsertThroughModule, &InsertPart, true)
+BENCHMARK_CAPTURE(PartOnRealStorage, InsertThroughModule, &InsertPart, true)
     ->Arg(20)
     ->Arg(200)
     ->Arg(2000);
-BENCHMARK_CAPTURE(OnRealStorage, InsertRaw, &InsertPart, false)->Arg(20)->Arg(200)->Arg(2000);
-BENCHMARK_CAPTURE(OnRealStorage, UpdateThroughModule, &UpdatePart, true)
+BENCHMARK_CAPTURE(PartOnRealStorage, InsertRaw, &InsertPart, false)->Arg(20)->Arg(200)->Arg(2000);
+BENCHMARK_CAPTURE(PartOnRealStorage, UpdateThroughModule, &UpdatePart, true)
     ->Arg(20)
     ->Arg(200)
     ->Arg(2000);
-BENCHMARK_CAPTURE(OnRealStorage, UpdateRaw, &UpdatePart, false)->Arg(20)->Arg(200)->Arg(2000);
+BENCHMARK_CAPTURE(PartOnRealStorage, UpdateRaw, &UpdatePart, false)->Arg(20)->Arg(200)->Arg(2000);
 
 }  // namespace
 }  // namespace quillmar::bench

@@ -1,8 +1,12 @@
 #include "RealCompanions.h"
 
 #include <cstring>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <tuple>
+
+#include "platform/Profile.h"
 
 namespace quillmar::bench {
 namespace {
@@ -34,6 +38,10 @@ struct Again<char*> {
       : isIdentifier(given != nullptr && std::strspn(given, " ") < 1024),
         text(given == nullptr ? "" : given) {}
   char* Give() {
+    // No function takes more of them at once, and none keeps one.
+    static char buffers[8][1025];
+    static std::size_t next = 0;
+    char* const buffer = buffers[next++ % std::size(buffers)];
     if (isIdentifier) {
       std::memset(buffer, 0, QM_PROTOCOL_ID_BUFFER);
       std::memcpy(buffer, text.data(), std::min<std::size_t>(text.size(), 259));
@@ -45,7 +53,13 @@ struct Again<char*> {
   }
   bool isIdentifier;
   std::string text;
-  char buffer[1025];
+};
+
+template <>
+struct Again<QmStringList*> {
+  explicit Again(QmStringList* given) : list(std::make_shared<StringList>(TextsOf(given))) {}
+  QmStringList* Give() { return list->Get(); }
+  std::shared_ptr<StringList> list;
 };
 
 template <class T>
@@ -93,6 +107,8 @@ void CopyImage(const std::filesystem::path& root) {
 
 RealCompanions::RealCompanions() {
   CopyImage(machine.Root());
+  // Waiting for the disk is no matter of the module.
+  platform::WriteProfileText("C:\\Vantorel\\Fendrake\\Keelcomm.ini", "Store", "Flush", "0");
   loaded = libraries.Load("C:\\Vantorel\\Fendrake", "Benchmark");
 }
 
@@ -110,6 +126,34 @@ RecordingTables RecordInto(const StorageTable& storage, const LinkTable& links, 
   QM_LINK_FUNCTIONS(QM_SET)
 #undef QM_SET
   return tables;
+}
+
+void OnRealStorage(benchmark::State& state, const Preparation& prepare,
+                   const CadDriverTable& driver, bool throughModule) {
+  RealCompanions real;
+  if (!real.Loaded()) {
+    state.SkipWithError("the storage library is not in the image");
+    return;
+  }
+  Recording calls;
+  Recording* recordTo = nullptr;
+  const RecordingTables tables = RecordInto(real.Storage(), real.Links(), recordTo);
+  const ModuleWorld direct(real.Storage(), real.Links(), driver);
+  const Work work = prepare(direct);
+  if (throughModule) {
+    work(direct);
+    for (auto step : state) work(direct);
+  } else {
+    const ModuleWorld recorded(tables.storage, tables.links, driver);
+    work(recorded);
+    recordTo = &calls;
+    work(recorded);
+    recordTo = nullptr;
+    for (auto step : state) {
+      for (auto& call : calls) call();
+    }
+    state.counters["calls"] = static_cast<double>(calls.size());
+  }
 }
 
 }  // namespace quillmar::bench

@@ -2,6 +2,8 @@
 // that an operation makes to them, which can be made again without the module in between.
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <functional>
 #include <vector>
 
@@ -35,5 +37,14 @@ struct RecordingTables {
   LinkTable links;
 };
 RecordingTables RecordInto(const StorageTable& storage, const LinkTable& links, Recording*& calls);
+
+// What is measured, on whichever world it is given; done again and again it finds the same store.
+using Work = std::function<void(const ModuleWorld&)>;
+// Makes the protocols that the work needs.
+using Preparation = std::function<Work(const ModuleWorld&)>;
+
+// The work through the module, or the library calls that it made, made again.
+void OnRealStorage(benchmark::State& state, const Preparation& prepare,
+                   const CadDriverTable& driver, bool throughModule);
 
 }  // namespace quillmar::bench
