@@ -36,8 +36,7 @@ bool Describe(VXProtocol& protocol, const std::string& drawing) {
     if (!protocol.PutGlobalData(row.item, row.value)) return false;
   }
   return protocol.PutKeyWord(section::kMain, keyword::kDataFile, kDataFile) &&
-         protocol.PutCadx(keyword::kRecalcAgain, "1") &&
-         protocol.PutCadx(kDxfFileKeyword, drawing);
+         protocol.PutCadx(keyword::kRecalcAgain, "1") && protocol.PutCadx(kDxfFileKeyword, drawing);
 }
 
 }  // namespace
@@ -45,8 +44,7 @@ bool Describe(VXProtocol& protocol, const std::string& drawing) {
 int CallFem(const PartServices& services) {
   VXProtocol protocol(services.protocols);
   if (protocol.CreateNew() == 0) return 0;
-  const std::string temporary =
-      platform::MakeTempFile(platform::TempFolder(), kPrefix, kExtension);
+  const std::string temporary = platform::MakeTempFile(platform::TempFolder(), kPrefix, kExtension);
   const std::string drawing = temporary.empty() ? AskDrawingPath(services) : temporary;
   if (drawing.empty()) return 0;
   if (services.driver.CreateDxfFile(drawing.c_str()) == 0 || !Describe(protocol, drawing)) {
