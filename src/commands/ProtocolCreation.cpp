@@ -85,10 +85,10 @@ bool CreatePartProtocol(const PartServices& services, const PartRequest& request
   if (protocol.CreateNew() == 0 || !protocol.PutGlobalData(global::kStandard, request.standard) ||
       !protocol.PutGlobalData(global::kLanguage, kNoLanguage) ||
       !protocol.PutKeyWord(section::kMain, keyword::kDataFile, request.dataFile) ||
-      !protocol.PutViewKey(request.viewKey) || !protocol.SetTypeOfPart(kAssemblyType)) {
+      !protocol.PutViewKey(request.viewKey) || !protocol.SetTypeOfPart(kAssemblyType) ||
+      !ApplyParameterList(protocol, services.session, request.parameters, {})) {
     return false;
   }
-  ApplyParameterList(protocol, services.session, request.parameters, {});
   return TakeTexts(protocol, texts);
 }
 

@@ -89,7 +89,8 @@ bool Differs(const std::string& left, const std::string& right) {
   return left != right;
 }
 
-// Takes the items of one list over into a protocol.
+// Takes the items of one list over into a protocol. An item that the store does not take does not
+// keep out the others.
 class ListReceiver {
  public:
   ListReceiver(VXProtocol& protocol, const std::string& prefix)
@@ -98,11 +99,13 @@ class ListReceiver {
   void Take(const ListItem& item) {
     if (item.name.empty()) return;
     if (item.value.starts_with('*')) {
-      protocol.PutCadx(item.name, item.value.substr(1));
+      Note(protocol.PutCadx(item.name, item.value.substr(1)));
     } else {
       Store(prefix + item.name, item);
     }
   }
+
+  bool IsComplete() const { return complete; }
 
   // Names of the parameters that the protocol did not have before, joined by commas.
   const std::string& AddedNames() const { return added; }
@@ -113,17 +116,22 @@ class ListReceiver {
     std::string oldUnit;
     const bool exists = protocol.GetDataParam(name, oldValue, oldUnit);
     if (exists && Differs(oldValue, item.value)) {
-      protocol.PutGlobalData(global::kDataChanged, "1");
+      Note(protocol.PutGlobalData(global::kDataChanged, "1"));
     }
     if (!exists) added.append(added.empty() ? "" : ",").append(name);
-    protocol.PutDataParam(name, item.value, item.unit.empty() ? oldUnit : item.unit);
-    if (!item.link.empty() && !IsNumber(item.link)) protocol.WriteLinkParam(name, item.link);
-    if (!item.description.empty()) protocol.WriteDescription(name, item.description);
+    Note(protocol.PutDataParam(name, item.value, item.unit.empty() ? oldUnit : item.unit));
+    if (!item.link.empty() && !IsNumber(item.link)) {
+      Note(protocol.WriteLinkParam(name, item.link));
+    }
+    if (!item.description.empty()) Note(protocol.WriteDescription(name, item.description));
   }
+
+  void Note(bool written) { complete = complete && written; }
 
   VXProtocol& protocol;
   const std::string& prefix;
   std::string added;
+  bool complete = true;
 };
 
 // The CAD may have dropped parameters of its own since it sent them last.
@@ -175,7 +183,7 @@ bool BuildParameterList(VXProtocol& protocol, ListForm form, const std::string& 
   return true;
 }
 
-void ApplyParameterList(VXProtocol& protocol, const CadSession& session, std::string_view text,
+bool ApplyParameterList(VXProtocol& protocol, const CadSession& session, std::string_view text,
                         const std::string& group, char separator) {
   const bool keepsTrack = group.empty() && !session.groupManager;
   if (keepsTrack) ForgetAddedParameters(protocol);
@@ -183,7 +191,8 @@ void ApplyParameterList(VXProtocol& protocol, const CadSession& session, std::st
   ListReceiver receiver(protocol, prefix);
   TokenReader tokens(text, separator);
   for (ListItem item; NextItem(tokens, separator != ',', item);) receiver.Take(item);
-  if (keepsTrack) protocol.PutCadx(keyword::kCadVars, receiver.AddedNames());
+  const bool tracked = !keepsTrack || protocol.PutCadx(keyword::kCadVars, receiver.AddedNames());
+  return tracked && receiver.IsComplete();
 }
 
 }  // namespace quillmar

@@ -29,8 +29,8 @@ bool BuildParameterList(VXProtocol& protocol, ListForm form, const std::string& 
 // Takes a list from the CAD over into the protocol's data parameters. With a comma between tokens
 // an item is name and value; with any other `separator` it is name, value, unit, link reference
 // and description. Without a group the parameters that the CAD added last time and has no more
-// disappear.
-void ApplyParameterList(VXProtocol& protocol, const CadSession& session, std::string_view text,
+// disappear. False when the store did not take everything.
+bool ApplyParameterList(VXProtocol& protocol, const CadSession& session, std::string_view text,
                         const std::string& group, char separator = ',');
 
 }  // namespace quillmar

@@ -163,7 +163,11 @@ bool VXProtocol::AttachInState(int state, const std::string& id) {
 int VXProtocol::CreateNew() {
   Close();
   if (!Open(BlankIdentifier())) return 0;
-  return Open(std::string(protocolId)) ? 1 : 0;
+  const std::string id = protocolId;
+  if (Open(id)) return 1;
+  // It is open in the store since it was made, and nobody else knows of it.
+  CloseById(context, id);
+  return 0;
 }
 
 bool VXProtocol::OpenClipboard() { return Open(kClipboardProtocol); }
@@ -194,6 +198,8 @@ bool VXProtocol::Close() {
 bool VXProtocol::Erase() {
   if (!CheckReady()) return false;
   const bool erased = context.storage.Com_EraseProtocol(Id()) != 0;
+  // What the store keeps against all wishes is at least closed: this object lets go of it now.
+  if (!erased && !keepOpen) context.storage.Com_CloseProtocol(Id());
   protocolId.clear();
   ready = 0;
   return erased;

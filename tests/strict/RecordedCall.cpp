@@ -222,6 +222,7 @@ int RecordedCall::Finish() {
   if (!sound || Core().Strict_CallRefused(call) != 0) result = 0;
   if (result == 0) {
     for (const ListOutput& list : lists) *list.size = 0;
+    Awaited().erase(function + "(" + key + ")");
   } else {
     HandOutTexts();
     for (const ListOutput& list : lists) {

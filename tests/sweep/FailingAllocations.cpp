@@ -9,12 +9,30 @@
 #include <string_view>
 
 using quillmar::contract::allocations;
+using quillmar::contract::Origin;
 
 quillmar::contract::Allocations quillmar::contract::allocations;
 
 namespace {
 
 constexpr int kMostFrames = 40;
+
+Origin Find(void* frame) {
+  Dl_info info;
+  if (::dladdr(frame, &info) == 0) return Origin::Elsewhere;
+  const char* slash = std::strrchr(info.dli_fname, '/');
+  const std::string_view file = slash != nullptr ? slash + 1 : info.dli_fname;
+  if (file == "Quillmar.dll") return Origin::Library;
+  if (file.starts_with("libquillmar_platform")) return Origin::Platform;
+  return file.starts_with("libstdc++") || file.starts_with("contract") ? Origin::Between
+                                                                       : Origin::Elsewhere;
+}
+
+Origin OriginOf(void* frame) {
+  auto& known = allocations.origins;
+  const auto found = known.find(frame);
+  return found != known.end() ? found->second : known.emplace(frame, Find(frame)).first->second;
+}
 
 // The first that is neither the standard library nor this program's operator new. The platform
 // counts as the library where the library called it: on Windows it is a part of it.
@@ -23,14 +41,11 @@ bool IsMadeByTheLibrary() {
   const int count = ::backtrace(frames, kMostFrames);
   bool inPlatform = false;
   for (int i = 0; i < count; ++i) {
-    Dl_info info;
-    if (::dladdr(frames[i], &info) == 0) return false;
-    const char* slash = std::strrchr(info.dli_fname, '/');
-    const std::string_view file = slash != nullptr ? slash + 1 : info.dli_fname;
-    if (file == "Quillmar.dll") return true;
-    if (file.starts_with("libquillmar_platform")) {
+    const Origin origin = OriginOf(frames[i]);
+    if (origin == Origin::Library) return true;
+    if (origin == Origin::Platform) {
       inPlatform = true;
-    } else if (inPlatform || !(file.starts_with("libstdc++") || file.starts_with("contract"))) {
+    } else if (inPlatform || origin == Origin::Elsewhere) {
       return false;
     }
   }

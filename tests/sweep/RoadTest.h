@@ -1,29 +1,41 @@
-// A calculated protocol that walks the roads of a callback through the finished library, and the
-// list of the calls that it leads to.
+// The roads through the finished library, and the list of the calls that each leads to.
 #pragma once
 
+#include <functional>
+
 #include "Contract.h"
+#include "Procedure.h"
 #include "support/DebuggerOutput.h"
 
 namespace quillmar::contract {
 
+class RoadTest;
+
+struct Road {
+  const char* name;
+  // Puts into the store and the CAD what the road meets, and gives what walks it.
+  std::function<int()> (*begin)(RoadTest& test);
+  // Null where the calls follow from contents without end.
+  test::Procedure (*procedure)() = nullptr;
+};
+
+std::vector<Road> Roads();
+
 class RoadTest : public Contract {
+ public:
+  // The host has calculated; the module has not heard of it yet.
+  std::function<int()> Callback(int code, const std::string& protocolId);
+  // A command that waits in the queue.
+  std::function<int()> Queued(int number);
+  const Exports& Module() const { return module; }
+
  protected:
   RoadTest();
 
-  // A closed protocol of a calculated shaft in which every keyword that the roads read is there,
-  // but for those that the roads take as missing. `more` is put into it.
-  struct Keyword {
-    const char* section;
-    const char* keyword;
-    std::string value;
-  };
-  static std::string MakeShaft(const std::vector<Keyword>& more = {});
-  // The host has calculated; the module has not heard of it yet.
-  void Announce(int code, const std::string& protocolId);
-
-  // The calls since ForgetCalls in their order: storage and link calls with what they ask for, the
-  // others by name.
+  // Nothing is left of another road.
+  std::function<int()> Begin(const Road& road);
+  // The calls since Begin in their order: storage and link calls with what they ask for, the others
+  // by name.
   static std::vector<std::string> Lines();
   // Messages of the reports since the last call.
   std::vector<std::string> Reports();

@@ -1,334 +1,329 @@
+// What the host reports.
 #include "Roads.h"
 
-#include "quillmar/CalculationHost.h"
+#include "Steps.h"
 
 namespace quillmar::test {
 namespace {
 
-constexpr const char* kNotReady = "Protocol is not ready";
+// What the CAD is asked for, and how the procedure behind it goes on.
+struct Act {
+  Procedure shaft = Jump("failed");
+  Procedure plain = Jump("failed");  // of a protocol whose kind could not be read
+  std::string failure = "";
+  bool updateFailed = false;
+  bool tellsHost = false;
+  Procedure convert = Store("Com_SetVersion 2|0", "", "", Effect::Any);
+};
 
-std::vector<std::string> NotReady(std::size_t times) {
-  return std::vector<std::string>(times, kNotReady);
-}
+enum class Insertion { Plain, Clipboard, Child, View };
 
-void Append(Procedure& procedure, const Procedure& more) {
-  procedure.insert(procedure.end(), more.begin(), more.end());
-}
+bool IsView(Insertion mode) { return mode == Insertion::Child || mode == Insertion::View; }
 
-Step Label(const std::string& label) { return {.label = label, .call = ""}; }
+std::string View(int number) { return "view" + std::to_string(number); }
 
-Step Report(const std::string& label, const std::string& report, const std::string& next) {
-  return {.label = label, .call = "", .reports = {report}, .onFailure = next};
-}
-
-Step GetKey(const std::string& section, const std::string& keyword,
-            const std::string& onFailure = "", const std::string& onSuccess = "") {
-  return {.label = "",
-          .call = "Com_GetKeyWord " + section + "|" + keyword,
-          .reports = {"Cannot read from section " + section + ", keyword " + keyword + "."},
-          .onFailure = onFailure,
-          .onSuccess = onSuccess};
-}
-
-Step MissingKey(const std::string& section, const std::string& keyword) {
-  Step step = GetKey(section, keyword);
-  step.missing = true;
-  return step;
-}
-
-Step PutKey(const std::string& section, const std::string& keyword,
-            const std::string& onFailure = "") {
-  return {.label = "",
-          .call = "Com_PutKeyWord " + section + "|" + keyword,
-          .reports = {"Cannot write to section " + section + ", keyword " + keyword + "."},
-          .onFailure = onFailure};
-}
-
-Step EraseKey(const std::string& section, const std::string& keyword) {
-  return {.label = "",
-          .call = "Com_PutKeyWord " + section + "|" + keyword,
-          .reports = {"Cannot erase keyword " + keyword + " in section " + section + "."}};
-}
-
-Step GetGlobal(const std::string& item, const std::string& onFailure = "",
-               const std::string& onSuccess = "") {
-  return {.label = "",
-          .call = "Com_GetGlobalData " + item,
-          .reports = {"Cannot read global data, item: " + item},
-          .onFailure = onFailure,
-          .onSuccess = onSuccess};
-}
-
-Step PutGlobal(const std::string& item) {
-  return {
-      .label = "", .call = "Com_PutGlobalData " + item, .reports = {"Cannot write global data"}};
-}
-
-// A call whose failure is nobody's report.
-Step Silent(const std::string& call) { return {.label = "", .call = call}; }
-
-Step Named(const std::string& label, Step step) {
-  step.label = label;
-  return step;
-}
-
-// The data-file name: the second place is asked when the first does not tell.
-Procedure DataFileName(const std::string& name) {
-  return {GetKey("Main", "DataFile", name + "Files", name + "Known"),
-          Named(name + "Files", MissingKey("Files", "DataFile")), Label(name + "Known")};
-}
-
-Procedure FirstOfCaption(const std::string& name) {
-  return {GetKey("Object", "CadDescription", name + "Global", name + "Known"),
-          Named(name + "Global", GetGlobal("Caption", name + "Boms", name + "Known")),
-          Named(name + "Boms", GetGlobal("Bom1")),
-          GetGlobal("Bom2"),
-          GetGlobal("Bom3"),
-          Label(name + "Known")};
-}
-
-// The caption, then the template "%Caption%" expanded.
-Procedure Caption(const std::string& name) {
-  Procedure steps = FirstOfCaption(name + "Caption");
-  steps.push_back(GetKey("Grupova", "UseUserDescription"));
-  Append(steps, FirstOfCaption(name + "Token"));
+Procedure Numbered(int count, Procedure (*piece)(int number)) {
+  Procedure steps;
+  for (int number = 1; number <= count; ++number) steps = Joined({steps, piece(number)});
   return steps;
 }
 
-Procedure LocalFlag(const std::string& whenNotKept) {
-  return {GetKey("Cadx", "ReallySmartPart"), PutKey("Cadx", "ReallySmartPart", whenNotKept)};
+Procedure CloseViews(int count) {
+  return Numbered(count, [](int number) { return On(View(number), {Close()}); });
 }
 
-Procedure Mass() {
-  return {{.label = "", .call = "Com_GetDataParam mass", .reports = {"Cannot read data param"}},
-          PutGlobal("BOM5"),
-          PutGlobal("BOM6")};
+// The store is asked under the view's name while nobody has it open.
+Procedure Announce(const std::string& view) {
+  return Joined({On(view, {Close()}), HostCall(34), On(view, {Open()})});
 }
 
-Step ModelId() {
-  return {.label = "", .call = "Com_GetModelID", .reports = {"Cannot read model ID"}};
+// --- insert ---
+
+Procedure TakeOver(const std::string& withoutLoop = "") {
+  return Joined({GetKey("Cadx", "FromCad"), GetModelId(), PutGlobal("OldModelId"),
+                 GetKey("Cadx", "Loop", withoutLoop)});
 }
 
-// The protocol has one data parameter, the mass. A list without group ends with the view key.
-Procedure ParameterList(const std::string& name, bool withHead) {
-  Procedure steps{{.label = "",
-                   .call = "Com_GetDataCount",
-                   .reports = {"Cannot data count", "There are no data in protocol"},
-                   .onFailure = name + "Built"},
-                  {.label = "", .call = "Com_GetDataItem 1", .reports = {"Cannot read data item"}}};
-  if (withHead) steps.push_back(Silent("Com_GetViewKey"));
-  steps.push_back(Label(name + "Built"));
-  return steps;
+Procedure Mark(Insertion mode) {
+  return Joined({PutKey("Cadx", "Loop"), PutKey("Cadx", "Optim"),
+                 IsView(mode) ? PutKey("Cadx", "NewView") : Procedure(), PutGlobal("BOM7"), Mass(),
+                 mode != Insertion::Plain ? EraseKey("Cadx", "PartName") : Procedure()});
 }
 
-Procedure Connection() {
-  return {{.label = "", .call = "Com_GetBuffer", .reports = {"Cannot read buffer data"}},
-          GetKey("Object", "ProtID")};
+Procedure InsertShaft(const std::vector<std::string>& reports, const std::string& onFailure) {
+  return Joined({ParameterList(true), ModelPath(), DataFileName(), GetGlobal("Model"),
+                 Call("InsertShaft", onFailure, reports)});
 }
 
-Procedure FinishOptim() { return {GetKey("Cadx", "Optim"), PutKey("Cadx", "Optim")}; }
+const std::vector<std::string> kNotDrawn = {"Cannot insert parameter part - SHAFT"};
+const std::vector<std::string> kNotInserted = {"Cannot insert parameter part - SHAFT",
+                                               "Cannot insert part into cad system."};
 
-Procedure ModelPath() { return {ModelId(), GetGlobal("Path")}; }
+Procedure FinishOptim() { return Joined({GetKey("Cadx", "Optim"), PutKey("Cadx", "Optim")}); }
+
+Procedure InsertPlain(Insertion mode, const std::string& next) {
+  return Joined({TakeOver(), Mark(mode), Report("Cannot create part file.", next)});
+}
+
+// A view that fails ends the views.
+Procedure InsertView(int number) {
+  return On(View(number),
+            {MakePart("plain"), LocalFlag("endViews"), Caption(), TakeOver(), Mark(Insertion::View),
+             Connection(), InsertShaft(kNotInserted, "endViews"), FinishOptim(), Jump("inserted"),
+             Label("plain"), InsertPlain(Insertion::View, "endViews"), Label("inserted")});
+}
+
+// What the CAD is told of a calculation with views, around `draw` and `drawView`.
+Procedure DrawViews(int count, const Procedure& draw, Procedure (*drawView)(int number)) {
+  return Block({GetKey("Calc", "CalcName"), GetGlobal("Unit"), ParameterList(true),
+                Call("McStart", "abandoned"), draw, Numbered(count, drawView),
+                Named("endViews", Call("McEnd")), Label("notDrawn"), CloseViews(count),
+                Jump("drawn"), Label("abandoned"), CloseViews(count), Jump("failed"),
+                Label("drawn")});
+}
+
+Procedure ReadBackAfterLoop() {
+  return Block({MakePart("undescribed"), ReadBack("undescribed"), PhysicalProperties(),
+                Jump("failed"), Label("undescribed"),
+                Report("Cannot get extended information", "failed")});
+}
+
+Procedure Draw(int views, bool loop = false) {
+  return Block({Connection(),
+                views == 0 ? InsertShaft(kNotInserted, "failed")
+                           : DrawViews(views, InsertShaft(kNotDrawn, "notDrawn"), InsertView),
+                FinishOptim(), loop ? ReadBackAfterLoop() : Jump("succeeded")});
+}
+
+// A view that cannot be made is there, but not ready.
+Procedure MakeView(int number, bool filled) {
+  return Block({On(View(number), {CreateNew("unmade"),
+                                  Store("Com_PutBuffer", "Cannot write buffer data", "",
+                                        filled ? Effect::Fills : Effect::None),
+                                  Store("Link_SetLinkFrom NewView", "Cannot set LinkFrom")}),
+                Store("Link_SetLinkTo NewView", "Cannot set LinkTo"),
+                PutKey("McwProtOrder", "View" + std::to_string(number)),
+                On(View(number), {Store("Com_PutViewKey", "Cannot write view."),
+                                  Store("Com_PutModelID", "Cannot write model ID")}),
+                Announce(View(number)), Label("unmade")});
+}
+
+Procedure DrawWithMadeViews(bool filled) {
+  return Block({GetKey("Globals", "Path"), GetKey("McwViews", "View1", "none"), MakeView(1, filled),
+                GetKey("McwViews", "View2", "one"), MakeView(2, filled),
+                Missing(GetKey("McwViews", "View3")), Draw(2), Label("one"), Draw(1), Label("none"),
+                Draw(0)});
+}
+
+// Views get the protocol's buffer; when it cannot be read, they stay empty.
+Procedure DrawWithViews() {
+  return Block({GetKey("McwViews", "View1", "none"),
+                Store("Com_GetBuffer", "Cannot read buffer data", "empty"), DrawWithMadeViews(true),
+                Label("empty"), DrawWithMadeViews(false), Label("none"), Draw(0)});
+}
+
+Procedure DrawWithoutViews(bool loop = false) {
+  return Joined({Missing(GetKey("McwViews", "View1")), Draw(0, loop)});
+}
+
+Procedure Insert(Insertion mode, const Procedure& draw) {
+  return On("main", {LocalFlag("failed"), Caption(), TakeOver(), Mark(mode), draw});
+}
+
+// A loop that cannot be read is none.
+Procedure InsertInLoop() {
+  return On("main", {LocalFlag("failed"), Caption(), TakeOver("noLoop"), Mark(Insertion::Plain),
+                     DrawWithoutViews(true), Label("noLoop"), Mark(Insertion::Plain),
+                     DrawWithoutViews(false)});
+}
+
+// The object of another protocol is connected once more. `closing` is what is still open.
+Procedure Reconnect(const Procedure& closing) {
+  return Block({On("other", {Open("unconnected"), MakePart("kindless"), Label("kindless"),
+                             Connection(), Call("ConnectProtocol", "unconnected")}),
+                On("other", {Close()}), closing, Jump("connected"), Label("unconnected"),
+                On("other", {Close()}), closing, Jump("failed"), Label("connected")});
+}
+
+Procedure ReconnectClipboard() {
+  const Procedure close = On("clipboard", {Close()});
+  return Block({On("clipboard", {Open("unopened"), GetKey("Object", "ProtID", "unopened")}),
+                Reconnect(close), Jump("connected"), Label("unopened"), close, Jump("failed"),
+                Label("connected")});
+}
+
+Procedure ReconnectParent() {
+  return Joined(
+      {Store("Link_GetParentsList", "Cannot read parent list no. 0.", "failed"), Reconnect({})});
+}
+
+// --- update ---
+
+Procedure StartUpdate() {
+  return Joined({Mass(), GetKey("Cadx", "Loop"), PutKey("Cadx", "Loop"), GetKey("Cadx", "FromCad"),
+                 PutKey("Cadx", "Optim")});
+}
+
+Procedure ChangeShaft(const std::string& onFailure) {
+  return Joined({ParameterList(true), GetGlobal("Changed"), ModelPath(),
+                 Call("ChangeShaft", onFailure, kNotDrawn), ParameterList(false)});
+}
+
+Procedure UpdatePlain(const std::string& next) {
+  return Joined({Caption(), StartUpdate(), Jump(next)});
+}
+
+Procedure ChangeView(int number) {
+  return On(View(number),
+            {MakePart("plain"), StartUpdate(), PutKey("Cadx", "ModelError"),
+             Store("Link_GetLinksToCount"), Connection(), ChangeShaft("endViews"), FinishOptim(),
+             Jump("changed"), Label("plain"), UpdatePlain("endViews"), Label("changed")});
+}
+
+// The CAD's values go to the view.
+Procedure CopyCadValues() {
+  return Block(
+      {GetKey("McwProtOrder", "View1", "ordered"), Missing(GetKey("McwProtOrder", "View2")),
+       Label("ordered"),
+       Store("Com_GetKeyList Data", "Cannot read list key words from section Data.", "copied"),
+       GetKey("Data", "VXP_RD_a", "copied"), On(View(1), {PutKey("Data", "VXP_RD_a")}),
+       Label("copied"), Announce(View(1))});
+}
+
+Procedure Change(int views) {
+  return Block({Connection(),
+                views == 0 ? ChangeShaft("failed")
+                           : Joined({CopyCadValues(),
+                                     DrawViews(views, ChangeShaft("notDrawn"), ChangeView)}),
+                FinishOptim(), Jump("succeeded")});
+}
+
+Procedure ObtainView() {
+  return Block({Store("Link_GetLinksToCount", "", "none"),
+                Store("Link_GetLinkTo 1", "Cannot read LinkTo", "none"), Obtain("none"),
+                On(View(1), {Open("unopened")}), Jump("opened"), Label("unopened"), CloseViews(1),
+                Label("none"), Change(0), Label("opened"), Change(1)});
+}
+
+Procedure Update(const Procedure& change) {
+  return On("main", {StartUpdate(), PutKey("Cadx", "ModelError"), change});
+}
 
 // --- the dispatcher ---
 
-// Before each call the host is asked whether it is ready, and told of the session.
-Procedure Connect(const std::string& name) {
-  return {{.label = "", .call = "host 16", .onFailure = name + "Connected", .askedAgain = true},
-          Silent("GetMainHwnd"),
-          Silent("host 50"),
-          Silent("host 47"),
-          Silent("host 33"),
-          Silent("host 30"),
-          Silent("host 29"),
-          Silent("host 49"),
-          Label(name + "Connected")};
-}
-
-Procedure AskHost() {
-  Procedure steps = Connect("code");
-  steps.push_back(Silent("host 3"));
-  Append(steps, Connect("list"));
-  steps.push_back({.label = "", .call = "host 7", .onFailure = kEnd});
-  return steps;
-}
-
 Procedure FirstLook() {
-  std::vector<std::string> unopened = NotReady(3);
-  unopened.insert(unopened.begin(), "Cannot open protocol.");
-  return {{.label = "", .call = "Com_OpenProtocol", .reports = unopened, .onFailure = "perform"},
-          GetKey("Main", "DataFile"),
-          MissingKey("Special", "LetMeKnow"),
-          Silent("Com_CloseProtocol")};
+  return On("look",
+            {Open(), GetKey("Main", "DataFile"), Missing(GetKey("Special", "LetMeKnow")), Close()});
 }
 
-Procedure OpenAndMakePart() {
-  Procedure steps{{.label = "perform",
-                   .call = "Com_OpenProtocol",
-                   .reports = {"Cannot open protocol.", "Cannot open protocol", kNotReady},
-                   .onFailure = kEnd}};
-  Append(steps, DataFileName("factory"));
-  steps.push_back(GetGlobal("TypeOfPart", "plain"));
-  Append(steps, LocalFlag(""));
-  Append(steps, Caption("factory"));
-  return steps;
+Procedure Activate() {
+  return Block({Call("GetMainHwndForActivation"), Call("McSetForegroundWindow"),
+                GetKey("Hexaplan", "UpdateAll"), GetGlobal("WDOperation", "activated"),
+                PutGlobal("WDOperation"), Label("activated")});
 }
 
-Procedure Activate(const std::string& name) {
-  return {Silent("GetMainHwndForActivation"), Silent("McSetForegroundWindow"),
-          GetKey("Hexaplan", "UpdateAll"),    GetGlobal("WDOperation", name + "Activated"),
-          PutGlobal("WDOperation"),           Label(name + "Activated")};
+// The protocol is opened again when the store says that it is gone, and brought up to date, but for
+// one of an unknown version or kind.
+Procedure BringUpToDate(const Procedure& convert) {
+  Procedure exists = Call("Com_IsProtocolExists");
+  exists.front().onSuccess = "open";
+  return Block({exists, Open(),
+                Named("open", Store("Com_GetVersion", "", "unversioned", Effect::Any)),
+                DataFileName("mass"), convert, Jump("mass"), Label("unversioned"), DataFileName(),
+                Label("mass"), Mass()});
 }
 
-Procedure TakeOverState() {
-  Procedure steps{GetKey("Cadx", "FromCad"), ModelId(),
-                  PutGlobal("OldModelId"),   GetKey("Cadx", "Loop"),
-                  PutKey("Cadx", "Loop"),    PutKey("Cadx", "Optim"),
-                  PutGlobal("BOM7")};
-  Append(steps, Mass());
-  return steps;
+Procedure Succeed(const Act& act) {
+  return On("main", {act.tellsHost ? HostCall(19) : Procedure(), BringUpToDate(act.convert),
+                     GetKey("Cadx", "DoNotErase", "close"), PutKey("Cadx", "FromCad"),
+                     PutKey("Cadx", "Drawn"), Named("close", Close()), Jump(kEnd)});
 }
 
-Procedure InsertShaft() {
-  Procedure steps = LocalFlag("failed");
-  Append(steps, Caption("insert"));
-  Append(steps, TakeOverState());
-  steps.push_back(MissingKey("McwViews", "View1"));
-  Append(steps, Connection());
-  Append(steps, ParameterList("parameters", true));
-  Append(steps, ModelPath());
-  Append(steps, DataFileName("name"));
-  steps.push_back(GetGlobal("Model"));
-  steps.push_back(
-      {.label = "",
-       .call = "InsertShaft",
-       .reports = {"Cannot insert parameter part - SHAFT", "Cannot insert part into cad system."},
-       .onFailure = "failed"});
-  Append(steps, FinishOptim());
-  return steps;
+// The calculation is shown again, which closes its protocol once more.
+Procedure FailStep(const Act& act) {
+  return On("main", {act.failure.empty() ? Procedure() : Report(act.failure, ""),
+                     act.tellsHost ? HostCall(19) : Procedure(), BringUpToDate(act.convert),
+                     GetKey("Hexaplan", "FromSymbols"), EraseKey("Hexaplan", "FromSymbols"),
+                     act.updateFailed ? Procedure() : EraseKey("Cadx", "ReallySmartPart"), Close(),
+                     Call("Com_CloseProtocol"), HostCall(2), Jump(kEnd)});
 }
 
-// A protocol whose kind could not be read gets a part that cannot be inserted.
-Procedure InsertPlain() {
-  Procedure steps = TakeOverState();
-  steps.push_back(Report("", "Cannot create part file.", "failed"));
-  return steps;
+Procedure Dispatch(const Act& act) {
+  return Block({FirstLook(), On("main", {Open("unopened"), MakePart("plain"), Activate()}),
+                act.shaft, Label("plain"), On("main", {Activate(), act.plain}), Label("succeeded"),
+                Succeed(act), Label("failed"), FailStep(act), Label("unopened"),
+                Report("Cannot open protocol", ""), On("main", {Close()}), Jump(kEnd)});
 }
 
-Procedure StartUpdate() {
-  Procedure steps = Mass();
-  Append(steps, {GetKey("Cadx", "Loop"), PutKey("Cadx", "Loop"), GetKey("Cadx", "FromCad"),
-                 PutKey("Cadx", "Optim")});
-  return steps;
+// Without its code the host's message asks for no CAD action.
+Procedure Callback(const Act& act) {
+  const Act nothing{.convert = act.convert};
+  return Joined({HostCall(3, "codeLost"), HostCall(7, kEnd), Dispatch(act), Label("codeLost"),
+                 HostCall(7, kEnd), Dispatch(nothing)});
 }
 
-Procedure UpdateShaft() {
-  Procedure steps = StartUpdate();
-  steps.push_back(PutKey("Cadx", "ModelError"));
-  steps.push_back(Silent("Link_GetLinksToCount"));
-  Append(steps, Connection());
-  Append(steps, ParameterList("parameters", true));
-  steps.push_back(GetGlobal("Changed"));
-  Append(steps, ModelPath());
-  steps.push_back({.label = "",
-                   .call = "ChangeShaft",
-                   .reports = {"Cannot insert parameter part - SHAFT"},
-                   .onFailure = "failed"});
-  Append(steps, ParameterList("states", false));
-  Append(steps, FinishOptim());
-  return steps;
+Procedure Inserting(Insertion mode, const Procedure& draw, const std::string& failure) {
+  return Callback(
+      {.shaft = Insert(mode, draw), .plain = InsertPlain(mode, "failed"), .failure = failure});
 }
 
-Procedure UpdatePlain() {
-  Procedure steps = Caption("update");
-  Append(steps, StartUpdate());
-  steps.push_back(Report("", "", "failed"));
-  steps.back().reports.clear();
-  return steps;
+Procedure Updating(const Procedure& change) {
+  return Callback({.shaft = Update(change),
+                   .plain = UpdatePlain("failed"),
+                   .failure = "Cannot update part",
+                   .updateFailed = true});
 }
 
-// The protocol is opened again when the store says that it is gone, and brought up to date.
-Procedure BringUpToDate(const std::string& name) {
-  Procedure steps{
-      {.label = name + "UpToDate",
-       .call = "Com_IsProtocolExists",
-       .onFailure = name + "Reopen",
-       .onSuccess = name + "Open"},
-      {.label = name + "Reopen",
-       .call = "Com_OpenProtocol",
-       .reports = {"Cannot open protocol."},
-       .onFailure = name + "NotReady"},
-      {.label = name + "Open", .call = "Com_GetVersion", .onFailure = name + "Unversioned"},
-      GetKey("Main", "DataFile", name + "Files", name + "Version"),
-      Named(name + "Files", MissingKey("Files", "DataFile"))};
-  steps.back().onFailure = name + "Mass";
-  // A protocol of an unknown version stays as it is.
-  steps.push_back(
-      Named(name + "Unversioned", GetKey("Main", "DataFile", name + "Files", name + "Mass")));
-  steps.push_back(Named(name + "Version", Silent("Com_SetVersion 2|0")));
-  steps.push_back(Label(name + "Mass"));
-  Append(steps, Mass());
-  return steps;
-}
-
-// The data file is looked for in two places, then three values of the mass, then `more` operations.
-Step NothingReady(std::size_t more, const std::string& next) {
-  return {.label = "", .call = "", .reports = NotReady(2 + 3 + more), .onFailure = next};
-}
-
-Procedure Succeed() {
-  Procedure steps = BringUpToDate("success");
-  Append(steps, {GetKey("Cadx", "DoNotErase", "successClose"),
-                 PutKey("Cadx", "FromCad"),
-                 PutKey("Cadx", "Drawn"),
-                 Named("successClose", Silent("Com_CloseProtocol")),
-                 {.label = "", .call = "", .onFailure = kEnd},
-                 Named("successNotReady", Silent("Com_GetVersion")),
-                 // the marker "do not erase" and closing
-                 NothingReady(2, kEnd)});
-  return steps;
-}
-
-Procedure FailStep(const std::string& message, bool updateFailed) {
-  Procedure steps{Label("failed")};
-  if (!message.empty()) steps.push_back(Report("", message, ""));
-  Append(steps, BringUpToDate("failure"));
-  steps.push_back(GetKey("Hexaplan", "FromSymbols"));
-  steps.push_back(EraseKey("Hexaplan", "FromSymbols"));
-  if (!updateFailed) steps.push_back(EraseKey("Cadx", "ReallySmartPart"));
-  steps.push_back(Silent("Com_CloseProtocol"));
-  steps.push_back(Named("show", Silent("Com_CloseProtocol")));
-  Append(steps, Connect("show"));
-  Append(steps, {Silent("host 2"),
-                 {.label = "", .call = "", .onFailure = kEnd},
-                 Named("failureNotReady", Silent("Com_GetVersion")),
-                 // reading and erasing of keywords, and closing
-                 NothingReady(updateFailed ? 3 : 4, "show")});
-  return steps;
-}
+constexpr const char* kCannotInsert = "Cannot insert part";
 
 }  // namespace
 
-Procedure ShaftCallback(int code) {
-  const bool insert = code == QM_CALLBACK_NEW_PART;
-  const bool update = code == QM_CALLBACK_RECALCULATED;
-  Procedure road = AskHost();
-  Append(road, FirstLook());
-  Append(road, OpenAndMakePart());
-  Append(road, Activate("shaft"));
-  if (insert) Append(road, InsertShaft());
-  if (update) Append(road, UpdateShaft());
-  if (insert || update) Append(road, Succeed());
-  if (!insert && !update) road.push_back({.label = "", .call = "", .onFailure = "failed"});
-  road.push_back(Label("plain"));
-  Append(road, Activate("plain"));
-  if (insert) Append(road, InsertPlain());
-  if (update) Append(road, UpdatePlain());
-  Append(road, FailStep(insert   ? "Cannot insert part"
-                        : update ? "Cannot update part"
-                                 : "",
-                        update));
-  return road;
+Procedure PlainInsert() { return Inserting(Insertion::Plain, DrawWithoutViews(), kCannotInsert); }
+
+Procedure InsertWithViews() { return Inserting(Insertion::Plain, DrawWithViews(), kCannotInsert); }
+
+// Whether the type changed is asked first.
+Procedure ClipboardInsert() {
+  const auto mode = Insertion::Clipboard;
+  const Procedure asked = GetKey("Cadx", "Update");
+  return Callback(
+      {.shaft = Joined(
+           {On("main", {asked}), Insert(mode, Joined({ReconnectClipboard(), DrawWithoutViews()}))}),
+       .plain = Joined({asked, InsertPlain(mode, "failed")}),
+       .failure = "Cannot draw part according to",
+       .tellsHost = true});
+}
+
+Procedure ChildInsert() {
+  return Inserting(Insertion::Child, Joined({ReconnectParent(), Draw(0)}),
+                   "Cannot insert new view");
+}
+
+Procedure LoopInsert() {
+  return Callback({.shaft = InsertInLoop(),
+                   .plain = InsertPlain(Insertion::Plain, "failed"),
+                   .failure = kCannotInsert});
+}
+
+Procedure PlainUpdate() { return Updating(Joined({Store("Link_GetLinksToCount"), Change(0)})); }
+
+Procedure UpdateWithView() { return Updating(ObtainView()); }
+
+Procedure OtherCode() { return Callback({}); }
+
+// One value moves to another name. It is read a second time when it cannot be read; what cannot be
+// moved goes back, and the layout stays the old one.
+Procedure OldGear() {
+  const std::string notWritten = "Cannot write data param";
+  Procedure first = Store("Com_GetDataParam cas");
+  first.front().onSuccess = "read";
+  return Callback(
+      {.convert = Block({first, Store("Com_GetDataParam cas", "", "moved"),
+                         Named("read", Store("Com_PutDataParam cas", notWritten, "mass")),
+                         Store("Com_PutDataParam cs", notWritten, "back"), Jump("moved"),
+                         Named("back", Store("Com_PutDataParam cas", notWritten)), Jump("mass"),
+                         Named("moved", Store("Com_SetVersion 2|0", "", "mass", Effect::Any)),
+                         GetKey("Main", "DataFile")})});
 }
 
 }  // namespace quillmar::test

@@ -1,6 +1,9 @@
 #include "platform/native/Paths.h"
 
+#include <dirent.h>
+
 #include <algorithm>
+#include <memory>
 #include <system_error>
 #include <vector>
 
@@ -41,15 +44,19 @@ bool Exists(const std::filesystem::path& path) {
   return std::filesystem::exists(std::filesystem::symlink_status(path, error));
 }
 
+struct CloseDirectory {
+  void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
 // The entry of `folder` that matches `name` without regard to case: the first in alphabetical
-// order when there are several, none when there is none.
+// order when there are several, none when there is none. The standard library's iterator would end
+// the process when memory runs out.
 std::filesystem::path FindEntry(const std::filesystem::path& folder, const std::u16string& name) {
   std::u16string wanted = Fold(name);
   std::filesystem::path found;
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::filesystem::path candidate = entry->path().filename();
+  const std::unique_ptr<DIR, CloseDirectory> entries(::opendir(folder.c_str()));
+  while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
+    std::filesystem::path candidate = entry->d_name;
     if (Fold(FromUtf8(candidate.native())) == wanted && (found.empty() || candidate < found)) {
       found = candidate;
     }
