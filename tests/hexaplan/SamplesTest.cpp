@@ -7,6 +7,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
+#include <set>
 #include <sstream>
 
 #include "hexaplan/calculation/Calculation.h"
@@ -57,6 +58,26 @@ void ExpectModel(const CalculatedPart& part) {
   }
 }
 
+// Whoever looks at a value learns what it means, and at a result also by which formula it was
+// found.
+void ExpectNotes(const CalculatedPart& part, const Calculation& calculation, const Inputs& inputs) {
+  std::set<std::string> read = {kUnits.name};
+  for (const DataParameter& each : inputs.Parameters()) read.insert(each.name);
+  for (const DataParameter& each : part.parameters) {
+    const std::string row = std::regex_replace(each.name, std::regex("_[0-9]+$"), "_i");
+    bool meaning = each.name == kUnits.name, formula = false;
+    for (const ValueNote& note : calculation.Notes()) {
+      if (note.name != each.name && note.name != row) continue;
+      meaning = meaning || !note.meaning.empty();
+      formula = formula || !note.formula.empty();
+    }
+    EXPECT_TRUE(meaning) << calculation.DataFile() << " " << each.name;
+    EXPECT_TRUE(formula || read.count(each.name) != 0)
+        << calculation.DataFile() << " " << each.name;
+  }
+  for (const CalculatedPart& view : part.views) ExpectNotes(view, calculation, inputs);
+}
+
 TEST(Samples, JobsAreCalculatedAndTheirChangesToo) {
   for (const char* file : {"jobs/gearbox.json", "jobs/tour.json"}) {
     std::map<std::string, std::vector<CalculatedPart>> parts;
@@ -77,7 +98,10 @@ TEST(Samples, JobsAreCalculatedAndTheirChangesToo) {
       if (change) {
         EXPECT_NE(calculated[0].size, parts[name][0].size) << name;
       }
-      for (const CalculatedPart& part : calculated) ExpectModel(part);
+      for (const CalculatedPart& part : calculated) {
+        ExpectModel(part);
+        ExpectNotes(part, *FindCalculation(kinds[name]), inputs);
+      }
       parts[name] = calculated;
     }
     EXPECT_EQ(parts["gears"].size(), 2u);

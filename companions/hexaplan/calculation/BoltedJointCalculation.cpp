@@ -185,6 +185,30 @@ std::string ThreadText(const Inputs& inputs, const BoltedJointInput& joint) {
   return "M" + diameter + (coarse ? "" : "x" + NumberText(joint.pitch));
 }
 
+const ValueNote kResults[] = {
+    {"As", "stress area of the thread", "ISO 898-1, ASME B1.1"},
+    {"Sp", "proof strength", "ISO 898-1, SAE J429"},
+    {"lk", "clamped length", "sum of the plates and the washer"},
+    {"Lb", "length of the bolt", "as given, else the shortest that fits"},
+    {"kb", "stiffness of the bolt", "Shigley, eq. 8-17: Ad At E / (Ad lt + At ld)"},
+    {"km", "stiffness of the clamped parts", "Shigley, eq. 8-19: frusta of 30 degrees"},
+    {"C", "part of the load that the bolt takes", "Shigley, 8-7: kb / (kb + km)"},
+    {"F0", "preload of one bolt", "Shigley, eq. 8-31: ni Sp As"},
+    {"T", "tightening torque", "Shigley, eq. 8-27: K F0 d"},
+    {"Fb", "force of one bolt in service", "Shigley, eq. 8-24: F0 + C F / N"},
+    {"Fm", "clamping force in service", "Shigley, eq. 8-25: F0 - (1 - C) F / N"},
+    {"sigma0", "stress by the preload", "F0 / As"},
+    {"sigmaB", "stress in service", "Fb / As"},
+    {"np", "safety against yielding", "Shigley, eq. 8-28: Sp As / Fb"},
+    {"nL", "safety against overload", "Shigley, eq. 8-29: (Sp As - F0) / (C F / N)"},
+    {"n0", "safety against separation", "Shigley, eq. 8-30: F0 / ((1 - C) F / N)"},
+    {"d_i", "diameter of the section",
+     "proportions of hexagon parts; a hexagon as the circle of its area"},
+    {"l_i", "length of the section", "proportions of hexagon parts"},
+    {"dh", "bore", "proportions of hexagon parts"},
+    {"mass", "mass", "volume of the sections at 7850 kg/m3"},
+};
+
 class BoltedJointCalculation final : public Calculation {
  public:
   const char* DataFile() const override { return "THRJOIN"; }
@@ -221,27 +245,18 @@ class BoltedJointCalculation final : public Calculation {
 
   std::vector<std::string> NumberedNames() const override { return {"t", "E", "d", "l"}; }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
-    std::vector<std::pair<std::string, std::string>> texts;
+  std::vector<ValueNote> Notes() const override {
+    std::vector<ValueNote> notes;
     for (const Field* field :
          {&kDiameter, &kPitch, &kGrade, &kLength, &kPlates, &kWasher, &kFace, &kBoltElasticity,
           &kBolts, &kLoad, &kPreload, &kUtilisation, &kTorqueFactor}) {
-      texts.emplace_back(field->name, field->meaning);
+      notes.push_back({field->name, field->meaning});
     }
-    const std::pair<const char*, const char*> results[] = {
-        {"As", "stress area of the thread"},
-        {"lk", "clamped length"},
-        {"C", "part of the load that the bolt takes"},
-        {"F0", "preload of one bolt"},
-        {"T", "tightening torque"},
-        {"Fm", "clamping force in service"},
-        {"np", "safety against yielding"},
-        {"nL", "safety against overload"},
-        {"n0", "safety against separation"},
-        {"mass", "mass"},
-    };
-    texts.insert(texts.end(), std::begin(results), std::end(results));
-    return texts;
+    for (const Field* field : {&kThickness, &kElasticity}) {
+      notes.push_back({std::string(field->name) + "_i", field->meaning});
+    }
+    notes.insert(notes.end(), std::begin(kResults), std::end(kResults));
+    return notes;
   }
 };
 

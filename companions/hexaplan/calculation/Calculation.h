@@ -35,6 +35,14 @@ struct CalculatedPart {
   std::vector<CalculatedPart> views;      // further objects of the same calculation
 };
 
+// What a value means, and for a result by which formula it was found and whose that is. The name
+// "<name>_i" stands for all of a numbered row.
+struct ValueNote {
+  std::string name;
+  std::string meaning;
+  std::string formula = {};  // empty: an input
+};
+
 class Calculation {
  public:
   virtual ~Calculation() = default;
@@ -49,8 +57,8 @@ class Calculation {
   // Names of the parameters that are numbered "<name>_<number>"; how many of each there are depends
   // on the inputs.
   virtual std::vector<std::string> NumberedNames() const { return {}; }
-  // What the parameters mean, for the user who looks at one.
-  virtual std::vector<std::pair<std::string, std::string>> Descriptions() const = 0;
+  // About the parameters but "units", for the user who looks at one; every result is among them.
+  virtual std::vector<ValueNote> Notes() const = 0;
 };
 
 // Runs a calculation in the units that the inputs choose; its parts are in these units.

@@ -83,6 +83,41 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const CamInput& c
   return list;
 }
 
+const ValueNote kResults[] = {
+    {"vMax1", "largest velocity of the rise",
+     "Norton, Design of Machinery: law of motion, first derivative"},
+    {"aMax1", "largest acceleration of the rise",
+     "Norton, Design of Machinery: law of motion, second derivative"},
+    {"jMax1", "largest jerk of the rise",
+     "Norton, Design of Machinery: law of motion, third derivative"},
+    {"phi1", "largest pressure angle of the rise",
+     "Norton, Design of Machinery: tan phi = (s' - e) / ((Rp^2 - e^2)^0.5 + s)"},
+    {"phiAt1", "where the cam then stands", "place of the maximum"},
+    {"vMax2", "largest velocity of the return",
+     "Norton, Design of Machinery: law of motion, first derivative"},
+    {"aMax2", "largest acceleration of the return",
+     "Norton, Design of Machinery: law of motion, second derivative"},
+    {"jMax2", "largest jerk of the return",
+     "Norton, Design of Machinery: law of motion, third derivative"},
+    {"phi2", "largest pressure angle of the return",
+     "Norton, Design of Machinery: tan phi = (s' - e) / ((Rp^2 - e^2)^0.5 + s)"},
+    {"phiAt2", "where the cam then stands", "place of the maximum"},
+    {"roPitch", "smallest radius of the pitch curve",
+     "Rothbart, Cam Design Handbook, ch. 6: curvature of the pitch curve"},
+    {"roMin", "smallest radius of the profile",
+     "Rothbart, Cam Design Handbook, ch. 6: roPitch - rr"},
+    {"FnMax", "largest normal force", "F / cos phi"},
+    {"TMax", "largest torque of the cam shaft", "F ds/dphi"},
+    {"S", "area of the profile", "sum of the triangles to the centre"},
+    {"mass", "mass", "(S - bore) b ro"},
+    {"ro", "density", "of the material"},
+    {"bv", "radius of the base circle", "rb"},
+    {"l_i", "distance of the profile from the centre",
+     "Rothbart, Cam Design Handbook, ch. 6: pitch curve less rr along its normal"},
+    {"a_i", "direction of that point",
+     "Rothbart, Cam Design Handbook, ch. 6: pitch curve less rr along its normal"},
+};
+
 class CamCalculation final : public Calculation {
  public:
   const char* DataFile() const override { return "CAM"; }
@@ -111,25 +146,15 @@ class CamCalculation final : public Calculation {
 
   std::vector<std::string> NumberedNames() const override { return {"l", "a"}; }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
-    std::vector<std::pair<std::string, std::string>> texts;
+  std::vector<ValueNote> Notes() const override {
+    std::vector<ValueNote> notes;
     for (const Field* field :
          {&kBase, &kRoller, &kOffset, &kLift, &kRise, &kUpperDwell, &kReturn, &kRiseLaw,
           &kReturnLaw, &kSpeed, &kForce, &kLimit, &kWidth, &kBore, &kMaterial, &kPoints}) {
-      texts.emplace_back(field->name, field->meaning);
+      notes.push_back({field->name, field->meaning});
     }
-    const std::pair<const char*, const char*> results[] = {
-        {"vMax1", "largest velocity of the rise"},
-        {"aMax1", "largest acceleration of the rise"},
-        {"phi1", "largest pressure angle of the rise"},
-        {"phi2", "largest pressure angle of the return"},
-        {"roMin", "smallest radius of the profile"},
-        {"TMax", "largest torque of the cam shaft"},
-        {"bv", "radius of the base circle"},
-        {"mass", "mass"},
-    };
-    texts.insert(texts.end(), std::begin(results), std::end(results));
-    return texts;
+    notes.insert(notes.end(), std::begin(kResults), std::end(kResults));
+    return notes;
   }
 };
 

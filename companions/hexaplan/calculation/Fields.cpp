@@ -22,8 +22,6 @@ const Text* Find(const std::map<std::string, Text, NameLess>& texts, const std::
   return found != texts.end() ? &found->second : nullptr;
 }
 
-constexpr Field kUnits{"units", "ND", 0, 0, 1, "0: millimetres, 1: inches", true};
-
 }  // namespace
 
 bool NameLess::operator()(const std::string& left, const std::string& right) const {

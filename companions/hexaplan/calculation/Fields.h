@@ -32,6 +32,9 @@ struct Field {
   bool whole = false;
 };
 
+// A field of every calculation: the units of its other values.
+inline constexpr Field kUnits{"units", "ND", 0, 0, 1, "0: millimetres, 1: inches", true};
+
 // The user's values cannot be calculated; the text names the field and says why.
 class InputError : public std::runtime_error {
  public:

@@ -78,6 +78,20 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const KeyInput& k
   return list;
 }
 
+const ValueNote kResults[] = {
+    {"bk", "width of the key", "DIN 6885-1, ASME B17.1"},
+    {"hk", "height of the key", "DIN 6885-1, ASME B17.1"},
+    {"tk", "depth of the keyway in the shaft", "DIN 6885-1, ASME B17.1"},
+    {"lk", "length of the key", "the longer of lTau and lP, and the round ends"},
+    {"Fo", "force at the shaft's surface", "Shigley, 7-7: 2 T / d1"},
+    {"lTau", "length that shear needs", "Shigley, 7-7: Fo S / (0.577 Re b)"},
+    {"lP", "length that crushing needs", "Shigley, 7-7: Fo S / (Re h / 2)"},
+    {"tau", "shear stress of the key", "Shigley, 7-7: Fo / (b l)"},
+    {"p", "pressure between key and hub", "Shigley, 7-7: Fo / (l h / 2)"},
+    {"STau", "safety against shear", "Shigley, 7-7: 0.577 Re / tau"},
+    {"SP", "safety against crushing", "Shigley, 7-7: Re / p"},
+};
+
 class KeyCalculation final : public Calculation {
  public:
   const char* DataFile() const override { return "KEYWAY"; }
@@ -103,24 +117,14 @@ class KeyCalculation final : public Calculation {
     return {part};
   }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
-    std::vector<std::pair<std::string, std::string>> texts;
+  std::vector<ValueNote> Notes() const override {
+    std::vector<ValueNote> notes;
     for (const Field* field : {&kShaft, &kTorque, &kWidth, &kHeight, &kDepth, &kLength, &kForm,
                                &kYield, &kSafety, &kPlace, &kStanding}) {
-      texts.emplace_back(field->name, field->meaning);
+      notes.push_back({field->name, field->meaning});
     }
-    const std::pair<const char*, const char*> results[] = {
-        {"bk", "width of the key"},
-        {"hk", "height of the key"},
-        {"tk", "depth of the keyway in the shaft"},
-        {"lk", "length of the key"},
-        {"tau", "shear stress of the key"},
-        {"p", "pressure between key and hub"},
-        {"STau", "safety against shear"},
-        {"SP", "safety against crushing"},
-    };
-    texts.insert(texts.end(), std::begin(results), std::end(results));
-    return texts;
+    notes.insert(notes.end(), std::begin(kResults), std::end(kResults));
+    return notes;
   }
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "hexaplan/calculation/Materials.h"
 #include "hexaplan/calculation/SteppedShaft.h"
@@ -179,6 +180,31 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput&
   return list.Take();
 }
 
+const ValueNote kResults[] = {
+    {"E", "elasticity", "of the material"},
+    {"G", "shear modulus", "of the material"},
+    {"ro", "density", "of the material"},
+    {"PF0_i", "axial reaction of the bearing", "beam on two supports: sum of the forces"},
+    {"PF1_i", "reaction of the bearing in y", "beam on two supports: sum of the moments"},
+    {"PF2_i", "reaction of the bearing in z", "beam on two supports: sum of the moments"},
+    {"PSlope_i", "slope in the bearing", "Euler-Bernoulli: curvature M / (E I), integrated once"},
+    {"Length", "length of the shaft", "sum of the sections"},
+    {"dMax", "largest diameter", "of the sections"},
+    {"MbMax", "largest bending moment", "beam on two supports: sum of the moments"},
+    {"xMbMax", "where it is", "place of the maximum"},
+    {"TMax", "largest torque", "sum of the torques"},
+    {"sigmaB", "largest bending stress", "Shigley, ch. 3: 32 M / (pi d^3)"},
+    {"tau", "largest torsion stress", "Saint-Venant: 16 T / (pi d^3)"},
+    {"sigmaRed", "largest equivalent stress", "von Mises: (sigma^2 + 3 tau^2)^0.5"},
+    {"xSigmaRed", "where it is", "place of the maximum"},
+    {"SY", "safety against yielding", "Re / sigmaRed"},
+    {"yMax", "largest deflection", "Euler-Bernoulli: curvature M / (E I), integrated twice"},
+    {"xyMax", "where it is", "place of the maximum"},
+    {"fi", "twist from end to end", "Saint-Venant: T l / (G Ip)"},
+    {"xCentre", "centre of mass from the left end", "sum of the sections"},
+    {"mass", "mass", "sum of the sections"},
+};
+
 class ShaftCalculation final : public Calculation {
  public:
   const char* DataFile() const override { return "SHAFT"; }
@@ -222,13 +248,18 @@ class ShaftCalculation final : public Calculation {
     return names;
   }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
-    return {{"#spiCount", kSections.meaning},  {"#spinSupports", kSupports.meaning},
-            {"#spinForces", kLoads.meaning},   {"mat", kMaterial.meaning},
-            {"Length", "length of the shaft"}, {"MbMax", "largest bending moment"},
-            {"TMax", "largest torque"},        {"sigmaRed", "largest equivalent stress"},
-            {"SY", "safety against yielding"}, {"yMax", "largest deflection"},
-            {"fi", "twist from end to end"},   {"mass", "mass"}};
+  std::vector<ValueNote> Notes() const override {
+    std::vector<ValueNote> notes;
+    for (const Field* field : {&kSections, &kSupports, &kLoads, &kMaterial}) {
+      notes.push_back({field->name, field->meaning});
+    }
+    for (const Field* field :
+         {&kType, &kDiameter, &kLength, &kSupportPlace, &kAxial, &kLoadPlace, &kForceX, &kForceY,
+          &kForceZ, &kTorque, &kBendingY, &kBendingZ, &kLineLoadY, &kLineLoadZ}) {
+      notes.push_back({std::string(field->name) + "_i", field->meaning});
+    }
+    notes.insert(notes.end(), std::begin(kResults), std::end(kResults));
+    return notes;
   }
 };
 

@@ -33,7 +33,7 @@ class SheetFormatCalculation : public Calculation {
     return {part};
   }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
+  std::vector<ValueNote> Notes() const override {
     return {{kScale.name, kScale.meaning}, {kNumber.name, kNumber.meaning}};
   }
 };

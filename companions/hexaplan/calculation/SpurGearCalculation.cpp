@@ -1,8 +1,8 @@
 // The spur gear pair as users meet it: fields, parts and parameters around SpurGearPair.h.
 #include "hexaplan/calculation/SpurGearCalculation.h"
 
-#include <array>
 #include <cmath>
+#include <iterator>
 
 #include "hexaplan/calculation/SpurGearPair.h"
 
@@ -124,6 +124,52 @@ std::vector<DataParameter> GearParameters(const GearInput& in, const GearResult&
   return list;
 }
 
+const ValueNote kResults[] = {
+    {"i", "ratio", "z2 / z1"},
+    {"a", "centre distance of the reference circles", "ISO 21771: m (z1 + z2) / 2"},
+    {"aw", "working centre distance", "ISO 21771: a cos alfa / cos alfaw"},
+    {"alfaw", "working pressure angle",
+     "ISO 21771: inv alfaw = inv alfa + 2 tan alfa (x1 + x2) / (z1 + z2)"},
+    {"epsilon", "contact ratio", "ISO 21771: length of the path of contact / base pitch"},
+    {"n2", "speed of the wheel", "n1 / i"},
+    {"v", "velocity on the reference circle", "pi d1 n1"},
+    {"Ft", "tangential force", "2 T1 / dw1"},
+    {"Fr", "radial force", "Ft tan alfaw"},
+    {"Fn", "normal force", "Ft / cos alfaw"},
+    {"KV", "dynamic factor", "ISO 6336-1, method C"},
+    {"KFb", "face load factor of the root", "ISO 6336-1: KHb^NF"},
+    {"T1", "torque of the pinion", "P / (2 pi n1)"},
+    {"YF1", "form factor of the pinion", "DIN 3990-3, method C: load at the tip"},
+    {"YS1", "stress correction of the pinion", "DIN 3990-3, method C"},
+    {"sigmaF1", "tooth root stress of the pinion",
+     "DIN 3990-3: 2 T / (d b m) YF YS Yeps KA KV KFb"},
+    {"SF1", "root safety of the pinion", "DIN 3990-3: 2 sigmaFlim / sigmaF"},
+    {"sigmaH1", "flank stress of the pinion",
+     "ISO 6336-2: ZH ZE Zeps ZB (2 T1 / (b d1^2) (u + 1) / u KA KV KHb)^0.5"},
+    {"SH1", "flank safety of the pinion", "ISO 6336-2: sigmaHlim / sigmaH"},
+    {"T2", "torque of the wheel", "T1 i"},
+    {"YF2", "form factor of the wheel", "DIN 3990-3, method C: load at the tip"},
+    {"YS2", "stress correction of the wheel", "DIN 3990-3, method C"},
+    {"sigmaF2", "tooth root stress of the wheel", "DIN 3990-3: 2 T / (d b m) YF YS Yeps KA KV KFb"},
+    {"SF2", "root safety of the wheel", "DIN 3990-3: 2 sigmaFlim / sigmaF"},
+    {"sigmaH2", "flank stress of the wheel",
+     "ISO 6336-2: ZH ZE Zeps ZB (2 T1 / (b d1^2) (u + 1) / u KA KV KHb)^0.5"},
+    {"SH2", "flank safety of the wheel", "ISO 6336-2: sigmaHlim / sigmaH"},
+    {"z", "teeth of this gear", "as given"},
+    {"x", "profile shift of this gear", "as given"},
+    {"dh", "bore of this gear", "as given"},
+    {"d", "reference diameter", "ISO 21771: m z"},
+    {"da", "tip diameter", "ISO 21771: d + 2 m (ha* + x + k), shortened by k"},
+    {"df", "root diameter", "ISO 21771: d - 2 m (ha* + c* - x)"},
+    {"db", "base diameter", "ISO 21771: d cos alfa"},
+    {"dw", "working diameter", "ISO 21771: db / cos alfaw"},
+    {"s", "tooth thickness on the reference circle", "ISO 21771: m (pi / 2 + 2 x tan alfa)"},
+    {"sa", "tooth thickness on the tip circle", "ISO 21771: da (s / d + inv alfa - inv alfaa)"},
+    {"zw", "teeth of the base tangent length", "ISO 21771"},
+    {"W", "base tangent length over zw teeth", "ISO 21771"},
+    {"mass", "mass", "cylinder of the reference diameter less the bore"},
+};
+
 class SpurGearCalculation final : public Calculation {
  public:
   const char* DataFile() const override { return "GEAR1"; }
@@ -148,32 +194,16 @@ class SpurGearCalculation final : public Calculation {
     return parts;
   }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
-    std::vector<std::pair<std::string, std::string>> texts;
+  std::vector<ValueNote> Notes() const override {
+    std::vector<ValueNote> notes;
     for (const Field* field :
          {&kPower,    &kSpeed,    &kRatio,     &kModule,  &kTeeth[0],    &kTeeth[1],    &kAngle,
           &kWidth,    &kAddendum, &kClearance, &kFillet,  &kApplication, &kFaceLoad,    &kGrade,
           &kShift[0], &kShift[1], &kBore[0],   &kBore[1], &kMaterial[0], &kMaterial[1], &kParts}) {
-      texts.emplace_back(field->name, field->meaning);
+      notes.push_back({field->name, field->meaning});
     }
-    static constexpr std::array<std::pair<const char*, const char*>, 14> kResults{{
-        {"aw", "working centre distance"},
-        {"alfaw", "working pressure angle"},
-        {"epsilon", "contact ratio"},
-        {"Ft", "tangential force"},
-        {"Fr", "radial force"},
-        {"KV", "dynamic factor"},
-        {"sigmaF1", "tooth root stress of the pinion"},
-        {"SF1", "root safety of the pinion"},
-        {"sigmaH1", "flank stress of the pinion"},
-        {"SH1", "flank safety of the pinion"},
-        {"da", "tip diameter"},
-        {"df", "root diameter"},
-        {"W", "base tangent length over zw teeth"},
-        {"mass", "mass"},
-    }};
-    texts.insert(texts.end(), kResults.begin(), kResults.end());
-    return texts;
+    notes.insert(notes.end(), std::begin(kResults), std::end(kResults));
+    return notes;
   }
 
  private:

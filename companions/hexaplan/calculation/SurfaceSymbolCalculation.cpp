@@ -33,7 +33,7 @@ class SurfaceSymbolCalculation : public Calculation {
     return {part};
   }
 
-  std::vector<std::pair<std::string, std::string>> Descriptions() const override {
+  std::vector<ValueNote> Notes() const override {
     return {{kRoughness.name, kRoughness.meaning}, {kProcess.name, kProcess.meaning}};
   }
 };

@@ -298,8 +298,12 @@ void CalculationRun::WriteObject(ProtocolRecord& record, const Calculation& calc
 
   EraseLeftovers(record, calculation, part.parameters);
   for (const DataParameter& each : part.parameters) record.PutParameter(each);
-  for (const auto& [name, meaning] : calculation.Descriptions()) {
-    record.PutKeyWord("VarDescriptions", name.c_str(), meaning);
+  record.PutKeyWord(kMeaningsSection, kUnits.name, kUnits.meaning);
+  for (const ValueNote& note : calculation.Notes()) {
+    record.PutKeyWord(kMeaningsSection, note.name.c_str(), note.meaning);
+    if (!note.formula.empty()) {
+      record.PutKeyWord(kFormulasSection, note.name.c_str(), note.formula);
+    }
   }
 
   record.PutKeyWord(kCadSection, kRecalculate, "0");

@@ -28,6 +28,9 @@ inline constexpr char kLinksFromSection[] = "LinksFrom";
 inline constexpr char kNewView[] = "NewView";
 
 inline constexpr char kDataSection[] = "Data";
+// What the parameters mean, and by which formula a result was found.
+inline constexpr char kMeaningsSection[] = "VarDescriptions";
+inline constexpr char kFormulasSection[] = "VarFormulas";
 
 // A group of calculations: its data file, the name by which the CAD has it, the order of its
 // members.
