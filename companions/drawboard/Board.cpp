@@ -5,6 +5,7 @@
 #include "drawboard/DocumentJson.h"
 #include "drawboard/DriveFiles.h"
 #include "drawboard/Folders.h"
+#include "drawboard/Outline.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 
@@ -22,6 +23,11 @@ void WriteDocument(const Document& document, const Kernel& kernel) {
   if (!WriteWholeFile(document.path, DocumentToJson(document, kernel))) {
     throw BoardError("Cannot write the document \"" + document.path + "\"");
   }
+}
+
+// Of a part that the kernel makes no files of.
+ExchangeFiles PictureOf(const Outlines& outlines) {
+  return outlines.empty() ? ExchangeFiles() : ExchangeFiles{{}, {}, OutlinesToSvg(outlines)};
 }
 
 }  // namespace
@@ -93,10 +99,9 @@ void Board::ExportParts(const Document& saved) {
     const bool present = quillmar::platform::FileExists(ExchangePath(object.file, ".step"));
     if (known != exported.end() && known->second == part && present) continue;
     ReportProblem([&] {
-      if (const auto files = kernel->Export(part, ToUtf8(StemOf(object.file)))) {
-        WriteExchangeFiles(object.file, *files);
-        exported.insert_or_assign(key, part);
-      }
+      const auto files = kernel->Export(part, ToUtf8(StemOf(object.file)));
+      WriteExchangeFiles(object.file, files ? *files : PictureOf(kernel->Draw(part)));
+      exported.insert_or_assign(key, part);
     });
   }
 }

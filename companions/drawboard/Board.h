@@ -41,8 +41,8 @@ class Board {
   // Writes the open document under another path, which it keeps; empty: under its own. Brings the
   // exchange files of its parts and of the assembly up to date. They are made here and not at each
   // change: hidden lines and STEP text cost many times what an insert costs, and a part is changed
-  // several times before somebody looks at it. A part that has no body is left out; a line of the
-  // messages says why.
+  // several times before somebody looks at it. Without solids a part's picture is its outlines. A
+  // part that has no body is left out; a line of the messages says why.
   void SaveDocument(const std::string& path);
   // Where one of the markers "ASM", "WORKSPACE", "LIB", "CONTENTLIB" leads.
   void SetFolder(const std::string& marker, const std::string& folder);
