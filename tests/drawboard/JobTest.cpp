@@ -183,11 +183,12 @@ TEST(Job, IsWrittenBackAsTheSessionEnded) {
   }
 }
 
-TEST(BillOfMaterials, EqualPartsAreOneRowAndViewsAreNoParts) {
+TEST(BillOfMaterials, EqualPartsAreOneRowAndViewsAndDrawingsAreNoParts) {
   const auto document = session::DocumentJson::parse(R"({"objects": [
     {"viewOf": "", "extendedData": {"Description": "Bolt", "Size": "M8"}},
     {"viewOf": "", "extendedData": {}},
     {"viewOf": "P1", "extendedData": {"Description": "Bolt", "Size": "M8"}},
+    {"viewOf": "", "extendedData": {"Description": "Bolt", "Size": "M8"}, "placement": {}},
     {"viewOf": "", "extendedData": {"Description": "Pin, \"hard\"", "Mass": "2"}},
     {"viewOf": "", "extendedData": {"Size": "M8", "Description": "Bolt"}}]})");
   const auto bill = session::MakeBillOfMaterials(document);
@@ -209,4 +210,8 @@ TEST(Units, AreReadFromTheDataParametersOfAReference) {
   const std::string dated = "P1<@PID>KC1|V|2|0<@EL>KC1|K|a|b|c<@EL>";
   EXPECT_EQ(session::LayoutOfReference(dated), "2.0");
   EXPECT_EQ(session::WithoutLayout(dated), "P1<@PID>KC1|K|a|b|c<@EL>");
+  const std::map<std::string, std::string> keywords = {{"y", "1|2"}};
+  EXPECT_EQ(
+      session::KeywordsOfReference("P1<@PID>KC1|K|Data|y|1%7C2<@EL>KC1|K|Other|z|3<@EL>", "Data"),
+      keywords);
 }

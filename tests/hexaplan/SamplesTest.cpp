@@ -61,12 +61,14 @@ void ExpectModel(const CalculatedPart& part) {
 // Whoever looks at a value learns what it means, and at a result also by which formula it was
 // found.
 void ExpectNotes(const CalculatedPart& part, const Calculation& calculation, const Inputs& inputs) {
+  static const std::regex number("_[0-9]+$");
+  const std::vector<ValueNote> notes = calculation.Notes();
   std::set<std::string> read = {kUnits.name};
   for (const DataParameter& each : inputs.Parameters()) read.insert(each.name);
   for (const DataParameter& each : part.parameters) {
-    const std::string row = std::regex_replace(each.name, std::regex("_[0-9]+$"), "_i");
+    const std::string row = std::regex_replace(each.name, number, "_i");
     bool meaning = each.name == kUnits.name, formula = false;
-    for (const ValueNote& note : calculation.Notes()) {
+    for (const ValueNote& note : notes) {
       if (note.name != each.name && note.name != row) continue;
       meaning = meaning || !note.meaning.empty();
       formula = formula || !note.formula.empty();

@@ -26,8 +26,9 @@ std::string CsvCell(const std::string& text) {
   return quoted + "\"";
 }
 
+// A drawing shows a part that stands in the model anyway.
 bool CountsAsPart(const DocumentJson& object) {
-  return !object["extendedData"].empty() && object["viewOf"] == "";
+  return !object["extendedData"].empty() && object["viewOf"] == "" && !object.contains("placement");
 }
 
 }  // namespace

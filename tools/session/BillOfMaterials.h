@@ -1,5 +1,5 @@
 // The bill of materials of a document, from the extended data of its parts: equal parts are one row
-// with a quantity; views of a calculation are no parts of their own.
+// with a quantity; views of a calculation and drawings are no parts of their own.
 #pragma once
 
 #include <string>

@@ -89,8 +89,9 @@ int RunJob(const Options& options, const session::Job& job, const std::string& d
   const session::ReportStyle style{tools::IsTerminal(tools::Stream::Output), options.allCalls};
   std::fputs(session::ReportText(session, style).c_str(), stdout);
   if (!options.out.empty()) {
-    session::WriteReport(session, options.out);
-    Tell(fmt::format("\nWritten to {}: session.txt, document.json, bom.csv", options.out));
+    session::WriteReport(session, drive, options.out);
+    Tell(fmt::format("\nWritten to {}: session.html, session.txt, document.json, bom.csv",
+                     options.out));
   }
   if (failure.empty() && !options.saveJob.empty()) {
     if (tools::WriteSystemFile(options.saveJob, session::WriteJob(job, session.Data()))) {
@@ -131,7 +132,8 @@ int main(int count, char** texts) {
       "session");
   app.add_option("--job", options.job, "File of the job (JSON); without it the sample tour");
   app.add_option("--out", options.out,
-                 "Folder for session.txt, document.json and bom.csv; made when missing");
+                 "Folder for session.html (the page to look at), session.txt, document.json and\n"
+                 "bom.csv; made when missing");
   app.add_flag("--all-calls", options.allCalls, "Show each call of the stores in the timeline");
   app.add_option("--patience", options.patience,
                  "Seconds to wait for the calculation host before a step counts as failed")

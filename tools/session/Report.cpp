@@ -4,6 +4,7 @@
 
 #include "common/Place.h"
 #include "session/BillOfMaterials.h"
+#include "session/Page.h"
 
 namespace session {
 namespace {
@@ -67,10 +68,13 @@ std::string ReportText(const Session& session, const ReportStyle& style) {
   return Sections(session, style, style.width);
 }
 
-void WriteReport(const Session& session, const std::string& folder) {
+void WriteReport(const Session& session, const std::string& drive, const std::string& folder) {
   const ReportStyle style{false, true, kFileWidth};
   Write(folder, "session.txt", Sections(session, style, kFileModelWidth));
-  const std::string text = session.Data().document;
+  const SessionData data = session.Data();
+  const std::string cad = drive + "\\Drawboard\\";
+  Write(folder, "session.html", PageText(data, {cad + "Page", cad + "Document"}));
+  const std::string& text = data.document;
   if (text.empty()) return;
   Write(folder, "document.json", text);
   const auto document = DocumentJson::parse(text);

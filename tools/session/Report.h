@@ -15,8 +15,9 @@ struct ReportStyle {
 
 std::string ReportText(const Session& session, const ReportStyle& style);
 
-// Writes session.txt, document.json and bom.csv into a folder of the system. Throws a SessionError
-// for the first that cannot be written.
-void WriteReport(const Session& session, const std::string& folder);
+// Writes session.txt, session.html, document.json and bom.csv into a folder of the system. `drive`
+// is the root of the machine's drive, without trailing backslash. Throws a SessionError for the
+// first that cannot be written.
+void WriteReport(const Session& session, const std::string& drive, const std::string& folder);
 
 }  // namespace session

@@ -106,6 +106,7 @@ void Session::Run() {
     if (module) LogOut();
     throw;
   } catch (...) {
+    cad.call.Drawboard_SaveDocument("");  // whoever looks for the fault sees what stands there
     KeepDocument();
     throw;
   }

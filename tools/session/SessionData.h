@@ -23,6 +23,7 @@ struct StepRecord {
   std::vector<std::string> objects;  // names of the objects in the CAD that it made or changed
   bool made = false;                 // it put them there
   std::vector<std::string> results;  // lines that say what came of it
+  std::vector<std::string> files;    // what other programs were given, with Windows paths
   std::string failure;               // why it failed; empty when it did not
   std::int64_t begin = 0;            // microseconds since the session began
   std::int64_t end = 0;

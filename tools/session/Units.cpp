@@ -7,9 +7,10 @@
 namespace session {
 namespace {
 
-// An item of the store: "KC1|D|<section>|<keyword>|<value>|<unit>", bytes outside printable ASCII
-// and separators written "%XX".
+// Items of the store: "KC1|D|<section>|<parameter>|<value>|<unit>" and
+// "KC1|K|<section>|<keyword>|<value>", bytes outside printable ASCII and separators written "%XX".
 constexpr std::string_view kDataItem = "KC1|D|Data|";
+constexpr std::string_view kKeywordItem = "KC1|K|";
 constexpr std::string_view kVersionItem = "KC1|V|";
 constexpr std::string_view kItemEnd = "<@EL>";
 constexpr std::string_view kNoUnit = "ND";
@@ -38,6 +39,19 @@ std::vector<std::string> Split(std::string_view text) {
   }
 }
 
+// Fields, behind what they begin with, of each item that begins so.
+std::vector<std::vector<std::string>> Items(const std::string& reference,
+                                            const std::string& begin) {
+  std::vector<std::vector<std::string>> items;
+  for (auto at = reference.find(begin); at != std::string::npos;
+       at = reference.find(begin, at + 1)) {
+    const auto from = at + begin.size();
+    const auto end = std::min(reference.find(kItemEnd, from), reference.size());
+    items.push_back(Split(std::string_view(reference).substr(from, end - from)));
+  }
+  return items;
+}
+
 }  // namespace
 
 std::string LayoutOfReference(const std::string& reference) {
@@ -59,15 +73,20 @@ std::string WithoutLayout(const std::string& reference) {
 
 std::map<std::string, std::string> UnitsOfReference(const std::string& reference) {
   std::map<std::string, std::string> units;
-  for (auto at = reference.find(kDataItem); at != std::string::npos;
-       at = reference.find(kDataItem, at + 1)) {
-    const auto begin = at + kDataItem.size();
-    const auto end = std::min(reference.find(kItemEnd, begin), reference.size());
-    const auto fields = Split(std::string_view(reference).substr(begin, end - begin));
+  for (const auto& fields : Items(reference, std::string(kDataItem))) {
     if (fields.size() != 3) continue;
     units[fields[0]] = fields[2] == kNoUnit ? std::string() : fields[2];
   }
   return units;
+}
+
+std::map<std::string, std::string> KeywordsOfReference(const std::string& reference,
+                                                       const std::string& section) {
+  std::map<std::string, std::string> values;
+  for (const auto& fields : Items(reference, std::string(kKeywordItem) + section + "|")) {
+    if (fields.size() == 2) values[fields[0]] = fields[1];
+  }
+  return values;
 }
 
 }  // namespace session

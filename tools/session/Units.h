@@ -1,5 +1,6 @@
 // What an object's reference text says, as the demonstration's store writes it: the layout of its
-// protocol, and the units of its parameters, of which the CAD's lists carry only names and values.
+// protocol, the parameters with their units, of which the CAD's lists carry only names and values,
+// and what they mean.
 #pragma once
 
 #include <map>
@@ -10,6 +11,10 @@ namespace session {
 // Unit by name of parameter. Empty for reference texts of another store; dimensionless values
 // ("ND") have an empty unit.
 std::map<std::string, std::string> UnitsOfReference(const std::string& reference);
+
+// Values of a section by keyword, as bytes of the code page.
+std::map<std::string, std::string> KeywordsOfReference(const std::string& reference,
+                                                       const std::string& section);
 
 // "1.0", "2.0"; empty for reference texts of another store.
 std::string LayoutOfReference(const std::string& reference);

@@ -36,6 +36,7 @@ void Session::AwaitRun(const char* program, int runsBefore) {
     return ToUtf8(platform::ReadProfileText(record, run.c_str(), key, "", kValueSize));
   };
   Note(fmt::format("{} was given {}", program, value("Parameter")));
+  records.back().files.push_back(value("Parameter"));
   if (value("Result") != "Accepted") {
     Fail(fmt::format("{} refused what it was given: {}", program, value("Message")));
   }

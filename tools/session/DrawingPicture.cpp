@@ -1,0 +1,157 @@
+#include "session/DrawingPicture.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <sstream>
+#include <vector>
+
+namespace session {
+namespace {
+
+constexpr double kDegree = 3.14159265358979 / 180;
+constexpr double kMargin = 0.05;      // around the picture, as a part of its larger side
+constexpr double kLineWidth = 0.004;  // the same
+constexpr double kChainDash = 0.03;   // the same
+constexpr double kArcStep = 5;        // degrees between two points of an arc
+constexpr const char* kChainLayer = "CENTRE";
+
+// An entity: its groups by code, the last one of several.
+struct Entity {
+  std::string kind;
+  std::map<int, std::string> groups;
+
+  double Number(int code) const {
+    const auto found = groups.find(code);
+    double value = 0;
+    if (found != groups.end()) {
+      const std::string& text = found->second;
+      std::from_chars(text.data() + text.find_first_not_of(' '), text.data() + text.size(), value);
+    }
+    return std::isfinite(value) ? value : 0;
+  }
+  bool OnChainLayer() const {
+    const auto layer = groups.find(8);
+    return layer != groups.end() && layer->second.rfind(kChainLayer, 0) == 0;
+  }
+};
+
+std::string Trimmed(std::string line) {
+  line.erase(line.find_last_not_of(" \r") + 1);
+  line.erase(0, std::min(line.find_first_not_of(' '), line.size()));
+  return line;
+}
+
+std::vector<Entity> ReadEntities(const std::string& dxf) {
+  std::istringstream lines(dxf);
+  std::vector<Entity> entities;
+  bool inside = false;
+  std::string code, value;
+  while (std::getline(lines, code) && std::getline(lines, value)) {
+    const int number = std::atoi(code.c_str());
+    value = Trimmed(value);
+    if (number == 2 && !inside) inside = value == "ENTITIES";
+    if (!inside) continue;
+    if (number == 0) {
+      if (value == "ENDSEC") break;
+      entities.push_back({value, {}});
+    } else if (!entities.empty()) {
+      entities.back().groups[number] = value;
+    }
+  }
+  return entities;
+}
+
+// Points in the picture's axes, y down.
+struct Path {
+  std::vector<std::pair<double, double>> points;
+  bool closed = false;
+  bool chain = false;
+
+  void Add(double x, double y) { points.emplace_back(Rounded(x), Rounded(-y)); }
+  // A millionth; and no zero has a sign.
+  static double Rounded(double value) { return std::round(value * 1e6) / 1e6 + 0.0; }
+};
+
+Path ArcPath(const Entity& entity, double from, double to) {
+  Path path;
+  const int steps = std::max(1, static_cast<int>(std::ceil((to - from) / kArcStep)));
+  for (int i = 0; i <= steps; ++i) {
+    const double angle = (from + (to - from) * i / steps) * kDegree;
+    path.Add(entity.Number(10) + entity.Number(40) * std::cos(angle),
+             entity.Number(20) + entity.Number(40) * std::sin(angle));
+  }
+  return path;
+}
+
+std::vector<Path> PathsOf(const std::vector<Entity>& entities) {
+  std::vector<Path> paths;
+  Path* open = nullptr;  // the polyline whose vertices follow
+  for (const Entity& entity : entities) {
+    if (entity.kind == "VERTEX" && open != nullptr) {
+      open->Add(entity.Number(10), entity.Number(20));
+      continue;
+    }
+    open = nullptr;
+    Path path;
+    if (entity.kind == "LINE") {
+      path.Add(entity.Number(10), entity.Number(20));
+      path.Add(entity.Number(11), entity.Number(21));
+    } else if (entity.kind == "CIRCLE") {
+      path = ArcPath(entity, 0, 360);
+    } else if (entity.kind == "ARC") {
+      const double from = entity.Number(50), to = entity.Number(51);
+      path = ArcPath(entity, from, to > from ? to : to + 360);
+    } else if (entity.kind == "POLYLINE") {
+      path.closed = (static_cast<int>(entity.Number(70)) & 1) != 0;
+    } else {
+      continue;
+    }
+    path.chain = entity.OnChainLayer();
+    paths.push_back(std::move(path));
+    if (entity.kind == "POLYLINE") open = &paths.back();
+  }
+  std::erase_if(paths, [](const Path& path) { return path.points.size() < 2; });
+  return paths;
+}
+
+}  // namespace
+
+std::optional<std::string> SvgOfDxf(const std::string& dxf) {
+  const std::vector<Path> paths = PathsOf(ReadEntities(dxf));
+  if (paths.empty()) return std::nullopt;
+  double left = INFINITY, right = -INFINITY, top = INFINITY, bottom = -INFINITY;
+  for (const Path& path : paths) {
+    for (const auto& [x, y] : path.points) {
+      left = std::min(left, x), right = std::max(right, x);
+      top = std::min(top, y), bottom = std::max(bottom, y);
+    }
+  }
+  const double size = std::max({right - left, bottom - top, 1e-6});
+  const double margin = kMargin * size;
+  std::string text = fmt::format(
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"{:.6g} {:.6g} {:.6g} {:.6g}\" "
+      "fill=\"none\" "
+      "stroke=\"black\" stroke-linejoin=\"round\" stroke-width=\"{:.4g}\">\n",
+      left - margin, top - margin, right - left + 2 * margin, bottom - top + 2 * margin,
+      kLineWidth * size);
+  for (const Path& path : paths) {
+    std::string data;
+    for (const auto& [x, y] : path.points) {
+      data += fmt::format("{}{:.6g} {:.6g}", data.empty() ? "M" : "L", x, y);
+    }
+    const double dash = kChainDash * size;
+    text += fmt::format("<path d=\"{}{}\"{}/>\n", data, path.closed ? "Z" : "",
+                        path.chain
+                            ? fmt::format(" stroke-width=\"{:.4g}\" stroke-dasharray=\"{:.4g} "
+                                          "{:.4g} {:.4g} {:.4g}\"",
+                                          kLineWidth * size / 2, dash, dash / 4, dash / 8, dash / 4)
+                            : "");
+  }
+  return text + "</svg>\n";
+}
+
+}  // namespace session
