@@ -132,7 +132,7 @@ void Session::RunSteps() {
 // As the designer does at the end of his work; the CAD then also writes what others open.
 void Session::SaveDocument() {
   Require(cad.call.Drawboard_SaveDocument(""), "The CAD cannot save the document");
-  tell("The CAD has saved the document");
+  if (watcher.tell) watcher.tell("The CAD has saved the document");
 }
 
 void Session::RunStep(const Step& step) {

@@ -94,14 +94,14 @@ Shapes DrawSheet(const Values& values) {
 Shapes DrawSurfaceSymbol(const Values& values) {
   constexpr double kSlope = 1.7320508;  // 60 degrees
   const double reach = kSymbolSide / kSlope;
-  Shapes shapes = {{kOutline, 0, 0, -reach, kSymbolSide},
-                   {kOutline, 0, 0, kSymbolHeight / kSlope, kSymbolHeight}};
+  Shapes shapes = {{kOutlineLayer, 0, 0, -reach, kSymbolSide},
+                   {kOutlineLayer, 0, 0, kSymbolHeight / kSlope, kSymbolHeight}};
   const auto process = static_cast<SurfaceProcess>(ValueOf(values, kSymbolProcessName));
   if (process == SurfaceProcess::Removal) {
-    shapes.push_back({kOutline, -reach, kSymbolSide, reach, kSymbolSide});
+    shapes.push_back({kOutlineLayer, -reach, kSymbolSide, reach, kSymbolSide});
   }
   if (process == SurfaceProcess::NoRemoval) {
-    shapes.push_back({kOutline, 0, kSymbolSide * 2 / 3, 0, 0, kSymbolSide * 2 / 3});
+    shapes.push_back({kOutlineLayer, 0, kSymbolSide * 2 / 3, 0, 0, kSymbolSide * 2 / 3});
   }
   return shapes;
 }
