@@ -1,7 +1,7 @@
 // Gives back what the compiler's runtime takes for this library and would keep when it is unloaded:
 // the memory set aside for exceptions (about 20 kB), and the thread slot of the thread library. A
 // process has 1,088 of these; a host that loads and unloads the module again and again would run
-// out of them and be aborted. Compiled into the library alone.
+// out of them and be aborted. Compiled into libraries only.
 #include <pthread.h>
 
 #include <array>

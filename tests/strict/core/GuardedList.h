@@ -17,6 +17,8 @@ class GuardedList {
 
   QmStringList* Get() { return list; }
   void Expire();
+  // Gives the memory back; the list is not used any more.
+  void Free() { FreePages(pages, pageCount); }
 
  private:
   struct Range {

@@ -160,7 +160,12 @@ Store& Store::Instance() {
 }
 
 void Store::Reset() {
-  for (const auto& [id, protocol] : protocols) ExpireLists(id);
+  for (auto& [id, lists] : handedOut) {
+    for (GuardedList& list : lists) list.Free();
+  }
+  for (GuardedList& list : expired) list.Free();
+  handedOut.clear();
+  expired.clear();
   protocols.clear();
 }
 
@@ -199,7 +204,10 @@ QmStringList* Store::HandOut(const std::string& id, const std::vector<std::strin
 void Store::ExpireLists(const std::string& id) {
   const auto found = handedOut.find(id);
   if (found == handedOut.end()) return;
-  for (GuardedList& list : found->second) list.Expire();
+  for (GuardedList& list : found->second) {
+    list.Expire();
+    expired.push_back(std::move(list));
+  }
   handedOut.erase(found);
 }
 

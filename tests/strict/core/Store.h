@@ -82,6 +82,8 @@ class Store {
  private:
   std::map<std::string, Protocol> protocols;
   std::map<std::string, std::vector<GuardedList>> handedOut;
+  // What expired stays unreadable until the next reset, which no user of the lists survives.
+  std::vector<GuardedList> expired;
   int lastIdentifier = 0;
 };
 

@@ -9,6 +9,8 @@ std::byte* ReservePages(std::size_t count) {
   return pages == MAP_FAILED ? nullptr : static_cast<std::byte*>(pages);
 }
 
+void FreePages(std::byte* firstPage, std::size_t count) { munmap(firstPage, count * kPageSize); }
+
 void SetAccess(std::byte* firstPage, std::size_t count, Access access) {
   if (access == Access::None) {
     // Mapped anew: that frees the memory, and the system joins such ranges into one.
