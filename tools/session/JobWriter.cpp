@@ -73,8 +73,9 @@ class Writer {
     if (!step.on.empty()) json["on"] = ToUtf8(step.on);
     Inputs inputs = step.inputs;
     for (const auto& [name, value] : changes[step.name]) {
-      const auto given = std::find_if(inputs.begin(), inputs.end(),
-                                      [&](const auto& input) { return input.first == name; });
+      const auto given =
+          std::find_if(inputs.begin(), inputs.end(),
+                       [&, &wanted = name](const auto& input) { return input.first == wanted; });
       if (given == inputs.end()) {
         inputs.emplace_back(name, value);
       } else {
