@@ -29,7 +29,8 @@ struct Entity {
     double value = 0;
     if (found != groups.end()) {
       const std::string& text = found->second;
-      std::from_chars(text.data() + text.find_first_not_of(' '), text.data() + text.size(), value);
+      const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+      std::from_chars(text.data() + begin, text.data() + text.size(), value);
     }
     return std::isfinite(value) ? value : 0;
   }
