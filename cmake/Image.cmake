@@ -28,6 +28,7 @@ function(quillmar_image_library target)
   set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden
                                              C_VISIBILITY_PRESET hidden)
   if(WIN32)
+    target_link_libraries(${target} PRIVATE quillmar_leftovers)
     target_link_options(${target} PRIVATE -Wl,--kill-at)
   endif()
 endfunction()
