@@ -1,5 +1,6 @@
 #include "lispora/DxfDrawing.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
@@ -14,7 +15,6 @@ constexpr int kY = 20;
 constexpr int kEndX = 11;
 constexpr int kEndY = 21;
 constexpr int kFlags = 70;
-constexpr int kClosedFlag = 1;
 
 struct Group {
   int code;
@@ -57,7 +57,8 @@ class Collector {
     Line& line = lines.back();
     const double value = std::strtod(group.value.c_str(), nullptr);
     if (entity == "POLYLINE") {
-      if (group.code == kFlags) line.closed = (static_cast<int>(value) & kClosedFlag) != 0;
+      // The lowest flag closes it.
+      if (group.code == kFlags) line.closed = std::fmod(std::trunc(value), 2) != 0;
       return;
     }
     Point& begin = entity == "LINE" ? line.points.front() : line.points.back();

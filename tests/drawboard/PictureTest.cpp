@@ -36,4 +36,6 @@ TEST(DrawingPicture, WhatCannotBeDrawnGivesNone) {
   const auto odd = session::SvgOfDxf(Drawing("0\nLINE\n10\nnan\n20\n\n11\n1e999\n21\nx\n"));
   ASSERT_TRUE(odd);
   EXPECT_THAT(*odd, Not(HasSubstr("nan")));
+  EXPECT_TRUE(session::SvgOfDxf(Drawing("0\nARC\n40\n1\n50\n0\n51\n1e300\n")));
+  EXPECT_FALSE(session::SvgOfDxf(Drawing("0\nPOLYLINE\n70\n1e300\n0\nSEQEND\n")));
 }

@@ -34,6 +34,8 @@ struct Entity {
     }
     return std::isfinite(value) ? value : 0;
   }
+  // The lowest bit of a number of flags.
+  bool IsFlagged(int code) const { return std::fmod(std::trunc(Number(code)), 2) != 0; }
   bool OnChainLayer() const {
     const auto layer = groups.find(8);
     return layer != groups.end() && layer->second.rfind(kChainLayer, 0) == 0;
@@ -77,11 +79,12 @@ struct Path {
   static double Rounded(double value) { return std::round(value * 1e6) / 1e6 + 0.0; }
 };
 
-Path ArcPath(const Entity& entity, double from, double to) {
+// `sweep` is at most one turn, in degrees.
+Path ArcPath(const Entity& entity, double from, double sweep) {
   Path path;
-  const int steps = std::max(1, static_cast<int>(std::ceil((to - from) / kArcStep)));
+  const int steps = std::max(1, static_cast<int>(std::ceil(sweep / kArcStep)));
   for (int i = 0; i <= steps; ++i) {
-    const double angle = (from + (to - from) * i / steps) * kDegree;
+    const double angle = (from + sweep * i / steps) * kDegree;
     path.Add(entity.Number(10) + entity.Number(40) * std::cos(angle),
              entity.Number(20) + entity.Number(40) * std::sin(angle));
   }
@@ -104,10 +107,10 @@ std::vector<Path> PathsOf(const std::vector<Entity>& entities) {
     } else if (entity.kind == "CIRCLE") {
       path = ArcPath(entity, 0, 360);
     } else if (entity.kind == "ARC") {
-      const double from = entity.Number(50), to = entity.Number(51);
-      path = ArcPath(entity, from, to > from ? to : to + 360);
+      const double sweep = std::fmod(entity.Number(51) - entity.Number(50), 360);
+      path = ArcPath(entity, entity.Number(50), sweep > 0 ? sweep : sweep + 360);
     } else if (entity.kind == "POLYLINE") {
-      path.closed = (static_cast<int>(entity.Number(70)) & 1) != 0;
+      path.closed = entity.IsFlagged(70);
     } else {
       continue;
     }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <set>
 
 #include "drawboard/CodePage.h"
 #include "session/JobFields.h"
@@ -39,6 +40,7 @@ class Writer {
       if (!step.name.empty() && !step.objects.empty()) objects[step.name] = step.objects;
     }
     for (const Step& step : job.steps) {
+      if (const auto* part = std::get_if<OldPart>(&step)) olderParts.insert(part->name);
       if (const auto* change = std::get_if<Change>(&step)) {
         for (const auto& input : change->inputs) changes[change->name].push_back(input);
       }
@@ -48,7 +50,7 @@ class Writer {
   std::string Text() {
     JobJson steps = JobJson::array();
     for (const Step& step : job.steps) {
-      if (!std::holds_alternative<Change>(step)) steps.push_back(StepJson(step));
+      if (!IsTakenUp(step)) steps.push_back(StepJson(step));
     }
     const JobJson json = {{"name", ToUtf8(job.name)},
                           {"document", ToUtf8(job.document)},
@@ -58,6 +60,13 @@ class Writer {
   }
 
  private:
+  // Changes stand in the calculations themselves. An older part is given in another layout, so its
+  // changes stay steps of their own.
+  bool IsTakenUp(const Step& step) const {
+    const auto* change = std::get_if<Change>(&step);
+    return change != nullptr && olderParts.count(change->name) == 0;
+  }
+
   JobJson StepJson(const Step& step) {
     JobJson json = {{"do", WordOf(step)}};
     const std::string name = ToUtf8(NameOf(step));
@@ -85,7 +94,9 @@ class Writer {
     json["inputs"] = InputsJson(inputs, objects[ToUtf8(step.name)]);
   }
 
-  void Write(const Change&, JobJson&) {}
+  void Write(const Change& step, JobJson& json) {
+    json["inputs"] = InputsJson(step.inputs, objects[ToUtf8(step.name)]);
+  }
   void Write(const NewLogin&, JobJson&) {}
   void Write(const Assembly&, JobJson&) {}
   void Write(const LinkRefresh&, JobJson&) {}
@@ -174,6 +185,7 @@ class Writer {
   DocumentJson document;
   std::map<std::string, Names> objects;   // by name of the step, UTF-8
   std::map<std::string, Inputs> changes;  // by name of the calculation
+  std::set<std::string> olderParts;
 };
 
 }  // namespace
