@@ -15,7 +15,7 @@
 namespace quillmar::contract {
 namespace {
 
-constexpr int kRoom = 65536;
+constexpr int kRoom = 1 << 19;  // 4 KB and four times the longest text that goes in, or more
 constexpr const char* kUntouched = "untouched";
 constexpr int kUntouchedNumber = 77;
 ExtDataPair* const kUntouchedPairs = reinterpret_cast<ExtDataPair*>(16);
@@ -39,6 +39,11 @@ class Arguments {
   }
   // The pointer at this place will be null.
   void LeaveOut(int place) { leftOut = place; }
+  // The text that goes in at this place will be another one.
+  void Replace(int place, const std::string& text) {
+    replaced = place;
+    replacement = &text;
+  }
   static constexpr int kNone = -1;
   static constexpr int kAll = -2;
 
@@ -46,7 +51,11 @@ class Arguments {
   Value Next() {
     const std::string& name = names.at(static_cast<std::size_t>(next));
     if constexpr (std::is_pointer_v<Value>) {
-      if (next++ == leftOut || leftOut == kAll) return nullptr;
+      const int place = next++;
+      if (place == leftOut || leftOut == kAll) return nullptr;
+      if constexpr (std::is_same_v<Value, const char*>) {
+        if (place == replaced) return replacement->c_str();
+      }
       return Pointer(Value{}, name);
     } else {
       ++next;
@@ -113,6 +122,8 @@ class Arguments {
   ExtDataPair** pairs = nullptr;
   int* count = nullptr;
   int leftOut = kNone;
+  int replaced = kNone;
+  const std::string* replacement = nullptr;
   int next = 0;
 };
 
@@ -121,6 +132,11 @@ struct Call;
 template <class Result, class... Parameters>
 struct Call<Result(Parameters...)> {
   static constexpr int kCount = static_cast<int>(sizeof...(Parameters));
+  static bool IsText(int place) {
+    // The last one keeps the list of an export without arguments from being empty.
+    constexpr bool texts[] = {std::is_same_v<Parameters, const char*>..., false};
+    return texts[place];
+  }
 
   template <class Function>
   static int With(Function* function, Arguments& arguments) {
@@ -141,13 +157,14 @@ struct Export {
   const char* name;
   const char* parameters;
   int count;  // of arguments
+  bool (*isText)(int place);
   int (*call)(const Exports& module, Arguments& arguments);
 };
 
-#define CONTRACT_EXPORT(name, convention, result, parameters, arguments) \
-  {#name, #parameters, Call<result parameters>::kCount,                  \
-   [](const Exports& module, Arguments& made) {                          \
-     return Call<result parameters>::With(module.name, made);            \
+#define CONTRACT_EXPORT(name, convention, result, parameters, arguments)                 \
+  {#name, #parameters, Call<result parameters>::kCount, Call<result parameters>::IsText, \
+   [](const Exports& module, Arguments& made) {                                          \
+     return Call<result parameters>::With(module.name, made);                            \
    }},
 constexpr Export kExports[] = {QM_EXPORTS(CONTRACT_EXPORT)};
 #undef CONTRACT_EXPORT
@@ -330,6 +347,33 @@ TEST_F(ExportTable, WithOneNullPointer) {
         EXPECT_EQ(strict::Core().Strict_OpenProtocols(), 0) << place;
       }
     }
+  }
+}
+
+// The longest path, one more than that, the longest menu text and a value of no sensible length: a
+// call does what it does with another text, or fails.
+TEST_F(ExportTable, WithOneOverlongText) {
+  for (const std::size_t length : {260u, 261u, 1024u, 100'000u}) {
+    const std::string text(length, 'x');
+    Load(true);
+    for (const Export& each : kExports) {
+      SCOPED_TRACE(each.name);
+      int usual = 0;
+      for (int place = Arguments::kNone; place < each.count; ++place) {
+        if (place != Arguments::kNone && !each.isText(place)) continue;
+        Record(values.protocolId).SetFromReference(values.reference);
+        Arguments arguments(values, each.parameters);
+        arguments.Replace(place, text);
+        const int result = Run(each, arguments);
+        arguments.FreePairs(module);
+        if (place == Arguments::kNone) usual = result;
+        EXPECT_THAT(result, testing::AnyOf(0, usual)) << place << " of " << length;
+        if (kStrictCompanions) {
+          EXPECT_EQ(strict::Core().Strict_OpenProtocols(), 0) << place << " of " << length;
+        }
+      }
+    }
+    UnloadModule();
   }
 }
 

@@ -2,7 +2,9 @@
 #include <functional>
 
 #include "Calculation.h"
+#include "platform/Files.h"
 #include "platform/Profile.h"
+#include "quillmar/CalculationHost.h"
 
 namespace quillmar::contract {
 namespace {
@@ -51,6 +53,37 @@ TEST_F(HostExports, WithoutAHostTheyFail) {
   EXPECT_EQ(module.EndSolution(), 0);
   EXPECT_EQ(module.GenerateFamTable("P1", "T"), 0);
   EXPECT_EQ(module.ShowMCWDialog("P1"), 1);
+}
+
+using NoHost = Contract;
+
+// First its program is gone, then its class as well.
+TEST_F(NoHost, IsFoundOnThisMachine) {
+  const std::string key = "SOFTWARE\\Classes\\" QM_HOST_PROGID "\\CLSID";
+  const auto classId = TextValue(Hive::LocalMachine, key, "");
+  ASSERT_TRUE(classId.has_value());
+  ASSERT_FALSE(HostSide::Runs());
+  for (const std::string& folder : {kSuiteFolder, kCadFolder}) {
+    ASSERT_TRUE(platform::RemoveFile(folder + "\\" QM_HOST_PROGRAM));
+  }
+  for (const bool hasClass : {true, false}) {
+    SCOPED_TRACE(hasClass);
+    if (!hasClass) RemoveValue(Hive::LocalMachine, key, "");
+    ASSERT_TRUE(LoadModule());
+    LoadCad();
+    EXPECT_EQ(Login(), 1);
+    EXPECT_EQ(status, 1);
+    module.StartCalculation("shaft", "ISO");
+    EXPECT_EQ(module.ShowDialogUT("P1"), 0);
+    if (kStrictCompanions) {
+      EXPECT_EQ(strict::Core().Strict_StoredProtocols(), hasClass ? 1 : 2);
+      EXPECT_EQ(strict::Core().Strict_OpenProtocols(), 0);
+    }
+    EXPECT_EQ(module.LogoutCad(), 1);
+    EXPECT_FALSE(HostSide::Runs());
+    UnloadModule();
+  }
+  SetText(Hive::LocalMachine, key, "", *classId);
 }
 
 TEST_F(HostExports, TheAssemblyPathIsTheAddIns) {

@@ -36,6 +36,34 @@ TEST_F(Messages, AMissingLinkLibraryRefusesTheLoad) {
   EXPECT_THAT(ShownTexts(), ElementsAre("Can't load library Keellink.dll"));
 }
 
+// The box over a missing library has the module's title.
+TEST_F(Messages, TheTitleIsOfTheMachinesLanguageAndTheHostsKind) {
+  const std::string texts = kModuleFolder + "\\Quillmar.lng";
+  for (const auto& [number, language, text] : {std::tuple{"63", "EN", "Title"},
+                                               {"63", "DE", "Titel"},
+                                               {"72", "EN", "Tables"},
+                                               {"72", "DE", "Tabellen"}}) {
+    ASSERT_TRUE(platform::WriteProfileText(texts, number, language, text));
+  }
+  ASSERT_TRUE(platform::RemoveFile(kSuiteFolder + "\\Keelcomm.dll"));
+  SetText(Hive::CurrentUser, kModuleKey, "Language", "DE");  // means nothing there
+  const struct {
+    const char* language;
+    const char* kind;
+    const char* title;
+  } cases[] = {{nullptr, nullptr, "Title"},     {"", "0", "Title"},      {"EN", "2", "Title"},
+               {"EN", "1", "Tables"},           {"DE", "1", "Tabellen"}, {"DE", "-1", "Titel"},
+               {"FR", "x", "Message not found"}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.title);
+    RemoveValue(Hive::LocalMachine, kModuleKey, "Language");
+    if (each.language) SetText(Hive::LocalMachine, kModuleKey, "Language", each.language);
+    platform::WriteProfileText(kSuiteFolder + "\\Hexaplan.ini", "General", "UTType", each.kind);
+    EXPECT_FALSE(LoadModule());
+    EXPECT_EQ(platform::Machine::Current().Shown().back().title, each.title);
+  }
+}
+
 TEST_F(Messages, AHostThatIsNeverReadyGetsNoSessionData) {
   platform::Machine::Current().SetClock(1000);
   host = HostSide::Start();
