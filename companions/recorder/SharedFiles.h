@@ -21,6 +21,8 @@ std::int64_t ClockMicroseconds();
 std::uint32_t ThisProcess();
 
 // File name without extension of the module whose code holds an address, "?" when there is none.
+// The address is a return address on this thread's stack: for one in the platform layer the module
+// that called the layer is named.
 std::string ModuleNameAt(const void* address);
 
 // An existing file in memory, shared with every process that maps it.

@@ -5,6 +5,7 @@
 
 #include "companions/ChildProcess.h"
 #include "companions/StoreFixture.h"
+#include "platform/ForeignCall.h"
 #include "recorder/TraceControl.h"
 #include "recorder/TraceReader.h"
 
@@ -70,6 +71,14 @@ TEST_F(RecorderTest, CallsStandInOneOrderWithArgumentsAndResults) {
   }
   EXPECT_EQ(recorder::TextOfArgument(calls[1].arguments[3]), "line\n\"\xB3\t");
   EXPECT_EQ(recorder::TextOfArgument(calls[3].arguments[3]), std::string(4096, ' '));
+}
+
+TEST_F(RecorderTest, ACallThroughThePlatformIsTheCallingModules) {
+  const std::uintptr_t words[] = {reinterpret_cast<std::uintptr_t>("P1")};
+  platform::CallForeign(reinterpret_cast<void*>(suite.storage.Com_CloseProtocol), words, 1);
+  const auto calls = reader.Read();
+  ASSERT_EQ(calls.size(), 1u);
+  EXPECT_EQ(calls[0].from, "companions_test");
 }
 
 TEST_F(RecorderTest, LongTextsAreCutUnlessWholeOnesAreWanted) {

@@ -1,11 +1,13 @@
 #include "recorder/SharedFiles.h"
 
 #include <dlfcn.h>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -13,6 +15,9 @@ namespace quillmar::recorder {
 namespace {
 
 constexpr std::string_view kDriveC = "/drive_c/";
+// A library of its own on this target, on Windows a part of each module.
+constexpr std::string_view kPlatform = "libquillmar_platform";
+constexpr int kMostFrames = 64;
 
 // Full path of the module that holds an address. The program itself may be known to the loader by
 // a relative path only.
@@ -23,6 +28,19 @@ std::filesystem::path ModuleFileAt(const void* address) {
   std::error_code ignored;
   if (file.is_relative()) file = std::filesystem::read_symlink("/proc/self/exe", ignored);
   return file;
+}
+
+std::string NameAt(const void* address) { return ModuleFileAt(address).stem().string(); }
+
+// Name of the first module behind the platform's frames, from the one at `address` outwards.
+std::string NameBehindPlatform(const void* address) {
+  void* frames[kMostFrames];
+  void** const end = frames + ::backtrace(frames, kMostFrames);
+  for (void** frame = std::find(frames, end, address); frame != end; ++frame) {
+    std::string name = NameAt(*frame);
+    if (name != kPlatform) return name;
+  }
+  return {};
 }
 
 }  // namespace
@@ -43,7 +61,8 @@ std::int64_t ClockMicroseconds() {
 std::uint32_t ThisProcess() { return static_cast<std::uint32_t>(::getpid()); }
 
 std::string ModuleNameAt(const void* address) {
-  const std::string name = ModuleFileAt(address).stem().string();
+  std::string name = NameAt(address);
+  if (name == kPlatform) name = NameBehindPlatform(address);
   return name.empty() ? "?" : name;
 }
 
