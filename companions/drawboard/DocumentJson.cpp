@@ -1,11 +1,11 @@
 #include "drawboard/DocumentJson.h"
 
 #include <array>
-#include <nlohmann/json.hpp>
 
 #include "drawboard/BoardError.h"
 #include "drawboard/CodePage.h"
 #include "drawboard/Folders.h"
+#include "drawboard/OrderedJson.h"
 #include "platform/System.h"
 
 namespace drawboard {
@@ -13,7 +13,7 @@ namespace {
 
 using quillmar::platform::EqualsNoCase;
 using quillmar::platform::LowerCase;
-using Json = nlohmann::ordered_json;
+using Json = OrderedJson;
 
 constexpr int kFormat = 1;
 constexpr const char* kFormatKey = "drawboard";

@@ -2,14 +2,15 @@
 #pragma once
 
 #include <map>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "drawboard/OrderedJson.h"
+
 namespace session {
 
-using DocumentJson = nlohmann::ordered_json;
+using DocumentJson = drawboard::OrderedJson;
 
 // Names of the objects that belong to a protocol, under its present or a former identifier.
 std::vector<std::string> ObjectsOfProtocol(const DocumentJson& document,

@@ -20,7 +20,7 @@
 namespace session {
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = DocumentJson;
 using drawboard::FromUtf8;
 using drawboard::ReadWholeFile;
 using drawboard::ToUtf8;
