@@ -304,7 +304,9 @@ TEST_F(HostTest, InchCalculationsAreStoredInInches) {
 TEST_F(HostTest, ACamCarriesAsManyPointsAsAProtocolHolds) {
   Order(1, {{"cPoint", "15000"}}, "CAM");
   const std::string cam = NewProtocol("CAM");
+  Put(cam, "Data", "material", "3");  // as older layouts have it
   Show(cam);
+  EXPECT_EQ(Parameter(cam, "material"), "missing");
   EXPECT_EQ(Answer(1, "Result"), "Calculated");
   EXPECT_EQ(Global(cam, "TypeOfPart"), "14");
   EXPECT_EQ(Parameter(cam, "bv"), "40 mm");

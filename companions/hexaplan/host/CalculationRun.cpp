@@ -295,6 +295,9 @@ void CalculationRun::WriteObject(ProtocolRecord& record, const Calculation& calc
   record.PutKeyWord(kMainSection, kView, part.viewKey);
   record.PutKeyWord(kView, kDescription, part.subtype.empty() ? part.description : part.subtype);
   record.PutKeyWord("Material", "Material", part.material);
+  // Older shafts held the number of their material under this name, and it would go before the
+  // material's name in the texts of a bill of materials.
+  record.EraseKeyWord(kDataSection, "material");
 
   EraseLeftovers(record, calculation, part.parameters);
   for (const DataParameter& each : part.parameters) record.PutParameter(each);
