@@ -55,6 +55,26 @@ TEST_F(ProcessesTest, ChangesOfBothAreKept) {
   EXPECT_EQ(suite.Get("P1", "S", "common"), "1");
 }
 
+TEST_F(ProcessesTest, LinksOfOneAreThoseOfTheOther) {
+  const auto host = StartClient();
+  ASSERT_TRUE(suite.Open("P1"));
+  ASSERT_NE(suite.links.Link_SetLinkFrom("P1", "d", "#P2@D1"), 0);
+  ASSERT_NE(suite.links.Link_SetLinkTo("P1", "NewView", "C1"), 0);
+  ASSERT_TRUE(suite.Close("P1"));
+  ASSERT_EQ(host->Ask("open\tP1"), "1");
+  EXPECT_EQ(host->Ask("links\tP1"), "d<#P2@D1 NewView>C1 ");
+  ASSERT_EQ(host->Ask("link\tP1\tNewView\tP3@NewView"), "1");
+  ASSERT_EQ(host->Ask("lead\tP1\tNewView\tC2"), "1");
+  ASSERT_EQ(host->Ask("close\tP1"), "1");
+  ASSERT_TRUE(suite.Open("P1"));
+  Growing parents, first, second;
+  EXPECT_NE(suite.links.Link_GetParentsList("P1", parents), 0);
+  EXPECT_EQ(parents.Text(), "P2,P3");
+  ASSERT_EQ(suite.links.Link_GetLinksToCount("P1"), 2);
+  EXPECT_NE(suite.links.Link_GetLinkTo("P1", 2, first, second), 0);
+  EXPECT_EQ(first.Text() + ">" + second.Text(), "NewView>C2");
+}
+
 TEST_F(ProcessesTest, AClosingFailsWhenTheOtherHasErased) {
   const auto host = StartClient();
   ASSERT_TRUE(suite.Open("P1"));

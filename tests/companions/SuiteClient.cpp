@@ -3,8 +3,8 @@
 //   SuiteClient <folder of the suite>
 //
 // Words of a line are separated by tabs: open ID, close ID, state ID, put ID SECTION KEYWORD VALUE,
-// get ID SECTION KEYWORD, post NUMBER VALUE TEXT, subscribe, wait (for notifications). An answer is
-// the result, or the text that was read.
+// get ID SECTION KEYWORD, link ID NAME TEXT, lead ID NAME ID, links ID, post NUMBER VALUE TEXT,
+// subscribe, wait (for notifications). An answer is the result, or the text that was read.
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
@@ -18,6 +18,7 @@
 
 namespace {
 
+using quillmar::test::Growing;
 using quillmar::test::Suite;
 using Words = std::vector<std::string>;
 
@@ -45,6 +46,22 @@ std::string Wait() {
   return all;
 }
 
+// Incoming and outgoing links as "<first><<second> " and "<first>><second> ".
+std::string Links(const Suite& suite, const std::string& id) {
+  std::string all;
+  for (int i = 1; i <= suite.links.Link_GetLinksFromCount(id.c_str()); ++i) {
+    Growing first, second;
+    suite.links.Link_GetLinkFrom(id.c_str(), i, first, second, nullptr, nullptr);
+    all += first.Text() + "<" + second.Text() + " ";
+  }
+  for (int i = 1; i <= suite.links.Link_GetLinksToCount(id.c_str()); ++i) {
+    Growing first, second;
+    suite.links.Link_GetLinkTo(id.c_str(), i, first, second);
+    all += first.Text() + ">" + second.Text() + " ";
+  }
+  return all;
+}
+
 // Logs in too: only then other processes reach this one.
 int Subscribe(Suite& suite) {
   int result = 0;
@@ -63,6 +80,14 @@ std::string Answer(Suite& suite, const Words& words) {
     return std::to_string(suite.Put(id, word(2).c_str(), word(3).c_str(), word(4).c_str()));
   }
   if (what == "get") return suite.Get(id, word(2).c_str(), word(3).c_str()).value_or("(none)");
+  if (what == "link") {
+    return std::to_string(
+        suite.links.Link_SetLinkFrom(id.c_str(), word(2).c_str(), word(3).c_str()));
+  }
+  if (what == "lead") {
+    return std::to_string(suite.links.Link_SetLinkTo(id.c_str(), word(2).c_str(), word(3).c_str()));
+  }
+  if (what == "links") return Links(suite, id);
   if (what == "subscribe") return std::to_string(Subscribe(suite));
   if (what == "wait") return Wait();
   if (what == "post") {

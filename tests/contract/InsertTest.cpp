@@ -30,6 +30,29 @@ TEST_F(Insert, AShaftWithAllItsArguments) {
   EXPECT_THAT(Calls("InsertParamPart"), IsEmpty());
 }
 
+// As many points as a protocol has room for: two parameters each. The strict companions give each
+// text pages of its own, of which there are not so many.
+TEST_F(Insert, ACamWithAllItsPoints) {
+  const int points = kStrictCompanions ? 1000 : 15000;
+  std::string id;
+  {
+    Record record;
+    Fill(record, "14");
+    record.SetParameter("cPoint", std::to_string(points), "ND").SetParameter("bv", "40", "mm");
+    for (int i = 1; i <= points; ++i) {
+      const std::string number = "_" + std::to_string(i);
+      record.SetParameter(("l" + number).c_str(), std::to_string(40 + i), "mm")
+          .SetParameter(("a" + number).c_str(), std::to_string(i), "deg");
+    }
+    id = record.Id();
+  }
+  const std::string list = List(id);
+  Finished(id);
+  EXPECT_THAT(OnlyCall("InsertCamPartEx", 2),
+              ElementsAre(id, list, id, SharedFile(), ModelPath(), Caption(), "2", Pairs()));
+  EXPECT_THAT(list, HasSubstr("_" + std::to_string(points) + "," + std::to_string(points + 40)));
+}
+
 TEST_F(Insert, LeavesTheStateOfTheObjectInTheProtocol) {
   const std::string id = Calculated(kShaft);
   { Record(id).SetKeyWord("Cadx", "Optim", "3"); }
