@@ -7,7 +7,6 @@
 #include "InstantCompanions.h"
 #include "ModuleWorld.h"
 #include "RealCompanions.h"
-#include "parts/ParameterLists.h"
 #include "parts/PartFactory.h"
 
 namespace quillmar::bench {
@@ -53,17 +52,6 @@ void ForwardedCall(benchmark::State& state) {
   for (auto step : state) benchmark::DoNotOptimize(protocol.PutKeyWord("Cadx", "Optim", "0"));
 }
 BENCHMARK(ForwardedCall);
-
-void ParameterList(benchmark::State& state) {
-  TemporaryMachine machine;
-  ModuleWorld world(InstantStorage({.parameters = static_cast<int>(state.range(0))}),
-                    InstantLinks(), InstantDriver());
-  VXProtocol protocol(world.Protocols(), "P0000001");
-  std::string text;
-  for (auto step : state) BuildParameterList(protocol, ListForm::Values, {}, text);
-  state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-BENCHMARK(ParameterList)->Arg(10)->Arg(1000)->Arg(30000);
 
 std::string MakeRealProtocol(const ModuleWorld& world, int parameters) {
   VXProtocol protocol(world.Protocols());

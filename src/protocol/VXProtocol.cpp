@@ -760,16 +760,18 @@ bool VXProtocol::MakeReference(std::string& reference, Markers markers) {
   // The items are taken over at once: they are the library's and do not outlive the next read.
   std::vector<std::string_view> texts;
   GetBuffer(texts);
-  std::size_t length = 0;
+  std::size_t length = protocolId.size() + pair.identifier.size();
   for (std::string_view text : texts) length += text.size() + pair.element.size();
-  std::string items;
-  items.reserve(length + protocolId.size() + 100);
-  for (std::string_view text : texts) items.append(text).append(pair.element);
+  std::string joined;
+  joined.reserve(length);
+  joined.append(protocolId).append(pair.identifier);
+  for (std::string_view text : texts) joined.append(text).append(pair.element);
 
   std::string id;
-  if (!GetKeyWord(section::kObject, keyword::kProtId, id) || id.empty()) id = protocolId;
-  items.insert(0, id.append(pair.identifier));
-  reference = std::move(items);
+  if (GetKeyWord(section::kObject, keyword::kProtId, id) && !id.empty()) {
+    joined.replace(0, protocolId.size(), id);
+  }
+  reference = std::move(joined);
   return true;
 }
 
