@@ -129,6 +129,9 @@
  *                   group, 0 when the text is no reference. `calculationName` (buffer of the
  *                   caller) and `partType` (1 drawing, 2 and 4 to 7 models and features, 3
  *                   parametric part, 8 calculation, 9 shaft, 10 cam, 0 any other) may be null.
+ * GetQuillmarVersion
+ *                   version of the module as QM_VERSION_NUMBER (Version.h) counts it. No login
+ *                   is needed.
  * GetUnitList       `*view*,<view key>,<name>,<unit>,...` of the calculation's parameters.
  *                     size           in: the most characters that fit, the buffer having room for a
  *                                    NUL more; out: the length of the list
@@ -289,6 +292,7 @@
   X(GetProtocolType, QM_CDECL, int,                                                               \
     (const char* reference, char* calculationName, int* partType),                                \
     (reference, calculationName, partType))                                                       \
+  X(GetQuillmarVersion, QM_CDECL, int, (void), ())                                                \
   X(GetUnitList, QM_CDECL, int, (const char* protocolId, char* out, int* size),                   \
     (protocolId, out, size))                                                                      \
   X(ImportWizard, QM_CDECL, int, (int type, int units, const char* fileName),                     \

@@ -2,11 +2,10 @@
  * Version of Quillmar and of these headers, by semantic versioning: an add-in that was built with
  * version MAJOR.x works with every module of the same MAJOR that is not older than x.
  *
- * The numbers stand here only; build, packages and the version resource of Quillmar.dll take them
- * from this file. There is no exported version function: other programs of the suite know the list
- * of exports as it is. Whoever wants to know the version of the module that is installed reads the
- * file's version resource (GetFileVersionInfo, VerQueryValue "\\": the two upper words are MAJOR
- * and MINOR, the third is PATCH).
+ * The numbers stand here only; build, packages, the export GetQuillmarVersion and the version
+ * resource of Quillmar.dll take them from this file. An add-in asks GetQuillmarVersion; whoever
+ * does not load the module reads the file's version resource (GetFileVersionInfo, VerQueryValue
+ * "\\": the two upper words are MAJOR and MINOR, the third is PATCH).
  */
 #ifndef QUILLMAR_VERSION_H
 #define QUILLMAR_VERSION_H

@@ -7,6 +7,7 @@
 #include "Forward.h"
 #include "parts/ObtainProtocol.h"
 #include "platform/EntryPoint.h"
+#include "quillmar/Version.h"
 
 using quillmar::Forward;
 using quillmar::QuillmarApp;
@@ -48,6 +49,8 @@ void OnLibraryDetach(bool processEnding) {
 }
 
 }  // namespace quillmar
+
+int QM_CDECL GetQuillmarVersion(void) { return QM_VERSION_NUMBER; }
 
 int QM_CDECL LoginCad(const char* cadModuleName, int showFlag, int modelFileKind,
                       const char* modelDirName, const char* modelExt, const char* featureExt,

@@ -11,6 +11,7 @@
 #include "Calculation.h"
 #include "UserDialog.h"
 #include "platform/Messages.h"
+#include "quillmar/Version.h"
 
 namespace quillmar::contract {
 namespace {
@@ -219,6 +220,7 @@ constexpr Row kRows[] = {
     {"GetPartInformation", {0, 0, "uuuu"}, {0, 0}, {1, 0, "ewww"}},
     {"GetProtocolItem", {0, 0, "u"}, {0, 0}, {0, 0, "u"}},
     {"GetProtocolType", {1, 0, "ew"}, {0, 0}, {1, 0, "ew"}},
+    {"GetQuillmarVersion", {QM_VERSION_NUMBER, 0}, {QM_VERSION_NUMBER, 0}, {QM_VERSION_NUMBER, 0}},
     {"GetUnitList", {1, 0, "ww"}, {0, 0}, {1, 0, "ww"}},
     {"ImportWizard", {1, 1}, {1, 1}, {1, 1}},
     {"InitSolution", {0, 0}, {0, 0}, {0, 0}},
