@@ -12,6 +12,16 @@ file(REMOVE_RECURSE ${WORK})
 set(package ${WORK}/package)
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${package} --component development)
 
+file(GLOB headers RELATIVE ${package}/include ${package}/include/quillmar/*.h)
+foreach(consumer Headers.c Headers.cpp)
+  file(READ ${SOURCE}/tests/package/consumer/${consumer} text)
+  foreach(header ${headers})
+    if(NOT text MATCHES "<${header}>")
+      message(FATAL_ERROR "${consumer} does not try ${header}")
+    endif()
+  endforeach()
+endforeach()
+
 if(TOOLCHAIN)
   # A toolchain looks for packages in its own folder only.
   set(compilers -DQuillmar_DIR=${package}/lib/cmake/Quillmar -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})

@@ -7,8 +7,10 @@
 #include <quillmar/Exports.h>
 #include <quillmar/Ipc.h>
 #include <quillmar/Links.h>
+#include <quillmar/OptionsPage.h>
 #include <quillmar/Storage.h>
 #include <quillmar/StringList.h>
+#include <quillmar/UserParts.h>
 #include <quillmar/Version.h>
 
 #if QM_VERSION_NUMBER < 100
