@@ -166,6 +166,7 @@ int CreateDxfFile(const char* fileName) {
 int CreatePreview(char* fileName) {
   Board& board = TheAddin().board;
   const std::string begin = TextOf(fileName);
+  if (begin.empty()) throw BoardError("A picture needs a file name");
   const std::string path = begin + ".svg";
   const std::string text = OutlinesToSvg(DrawDocument(board.Current(), board.Geometry()));
   if (!WriteWholeFile(path, text)) throw BoardError("Cannot write \"" + path + "\"");

@@ -41,9 +41,10 @@ configured() {
 }
 
 # build_preset PRESET TESTS TARGET: TESTS (ON or OFF) says whether the tests are wanted; a folder that
-# has them already keeps them. Two builds of one checkout wait for each other.
+# has them already keeps them. The benchmarks are tested with the native ones. Two builds of one checkout wait for each other.
 build_preset() {
-  local preset=$1 tests=$2 target=$3 launcher=()
+  local preset=$1 tests=$2 target=$3 launcher=() benches=OFF
+  [ "$preset" != native ] || benches=$tests
   mkdir -p "$logs"
   (
     cd "$checkout" || exit 1
@@ -53,7 +54,8 @@ build_preset() {
     }
     if ! configured "$preset" "$tests"; then
       have ccache && launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-      logged "$preset-configure" cmake --fresh --preset "$preset" "-DQUILLMAR_TESTS=$tests" "${launcher[@]}" 8>&- || exit 1
+      logged "$preset-configure" cmake --fresh --preset "$preset" "-DQUILLMAR_TESTS=$tests" \
+        "-DQUILLMAR_BENCHES=$benches" "${launcher[@]}" 8>&- || exit 1
     fi
     logged "$preset-build" cmake --build --preset "$preset" --target "$target" 8>&-
   ) 8>"$checkout/build/.lock"
