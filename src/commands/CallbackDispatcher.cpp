@@ -125,7 +125,8 @@ std::unique_ptr<VXPart> CallbackDispatcher::PartFor(VXProtocol& protocol) {
   return part ? std::move(part) : std::make_unique<VXPart>(services, protocol);
 }
 
-// The data wizard asks once for its own protocol to be connected again.
+// The data wizard asks once for its own protocol to be connected again. That may be the one that
+// is open here: a second object on it would close it in the store when it goes.
 void CallbackDispatcher::ReconnectWizardProtocol(VXProtocol& protocol) {
   std::string operation;
   protocol.GetGlobalData(global::kWdOperation, operation);
@@ -135,10 +136,15 @@ void CallbackDispatcher::ReconnectWizardProtocol(VXProtocol& protocol) {
   std::string wizardId;
   protocol.GetGlobalData(global::kWdProtocol, wizardId);
   if (wizardId.empty()) return;
+  if (wizardId == protocol.GetProtocolID()) return Reconnect(protocol, wizardId);
   VXProtocol wizard(services.protocols, wizardId);
+  if (wizard.IsReady()) Reconnect(wizard, wizardId);
+}
+
+void CallbackDispatcher::Reconnect(VXProtocol& protocol, const std::string& protocolId) {
   std::string connection;
-  if (!wizard.IsReady() || !wizard.MakeReference(connection, Markers::Standard)) return;
-  services.driver.ConnectProtocol(wizardId.c_str(), connection.c_str());
+  if (!protocol.MakeReference(connection, Markers::Standard)) return;
+  services.driver.ConnectProtocol(protocolId.c_str(), connection.c_str());
 }
 
 // Where new views are switched off, a view becomes a part of its own.

@@ -36,6 +36,7 @@ class CallbackDispatcher {
   void Perform(int code, const std::string& protocolId, bool letMeKnow);
   std::unique_ptr<VXPart> PartFor(VXProtocol& protocol);
   void ReconnectWizardProtocol(VXProtocol& protocol);
+  void Reconnect(VXProtocol& protocol, const std::string& protocolId);
   int WithoutNewView(int code, VXProtocol& protocol);
   Outcome Act(int code, VXProtocol& protocol, VXPart& part);
   Outcome ActOnClipboardOrType(VXProtocol& protocol, VXPart& part);

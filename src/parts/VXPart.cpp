@@ -138,9 +138,15 @@ bool VXPart::ReconnectParent() {
   return ReconnectOther(parents.front().substr(0, parents.front().find('@')));
 }
 
+// A protocol that names itself stays the one that is open: a second object on it would close it in
+// the store when it goes.
 bool VXPart::ReconnectOther(const std::string& protocolId) {
+  if (protocolId == protocol.GetProtocolID()) return Reconnect(protocol);
   VXProtocol other(services.protocols, protocolId);
-  if (!other.IsReady()) return false;
+  return other.IsReady() && Reconnect(other);
+}
+
+bool VXPart::Reconnect(VXProtocol& other) {
   if (const auto part = CreatePartForProtocol(services, other)) part->BeforeConnect();
   std::string connection;
   return other.MakeReference(connection, Markers::Standard) &&

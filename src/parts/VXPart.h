@@ -136,6 +136,7 @@ class VXPart {
   bool DrawInCad(InsertMode mode);
   bool ReconnectSource(InsertMode mode);
   bool ReconnectOther(const std::string& protocolId);
+  bool Reconnect(VXProtocol& other);
   bool ReconnectClipboard();
   bool ReconnectParent();
   Views MakeViews(InsertMode mode);

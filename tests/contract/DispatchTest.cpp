@@ -122,6 +122,22 @@ TEST_F(Dispatch, TheDataWizardsProtocolIsReconnected) {
   EXPECT_EQ(StateOf(wizard), 2);
 }
 
+TEST_F(Dispatch, AProtocolThatIsToReconnectItselfStaysOpen) {
+  for (const int code : {QM_CALLBACK_NEW_PART, QM_CALLBACK_CLIPBOARD_OR_CHANGED_TYPE}) {
+    SCOPED_TRACE(code);
+    const std::string id = Calculated(kShaft);
+    {
+      Record(id).SetGlobal("WDOperation", "2").SetGlobal("WDProtocol", id);
+      Record("KEELCLIP").SetKeyWord("Object", "ProtID", id);
+    }
+    ForgetCalls();
+    host.Finish(code, id);
+    EXPECT_THAT(Calls("ConnectProtocol"), SizeIs(code == QM_CALLBACK_NEW_PART ? 1 : 2));
+    EXPECT_THAT(Calls("InsertShaft"), SizeIs(1));
+    EXPECT_EQ(Record(id).Global("BOM5"), "2.5") << "written after the part was inserted";
+  }
+}
+
 TEST_F(Dispatch, AKeptProtocolIsMarkedAsDrawn) {
   const std::string id = Calculated(kShaft);
   { Record(id).SetKeyWord("Cadx", "DoNotErase", "1"); }
