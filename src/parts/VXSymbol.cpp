@@ -11,8 +11,8 @@ constexpr const char* kUsualPrefix = "SP";
 
 bool VXSymbol::CreatePartFile() {
   if (!VX2dPart::CreatePartFile()) return false;
-  protocol.GetGlobalData(global::kNamePrefix, namePrefix);
-  if (namePrefix.empty()) namePrefix = kUsualPrefix;
+  // A prefix that is there counts, also an empty one: names without a prefix.
+  if (!protocol.GetGlobalData(global::kNamePrefix, namePrefix)) namePrefix = kUsualPrefix;
   return true;
 }
 

@@ -195,6 +195,11 @@ TEST_F(Drawings, WhatTheProtocolSaysOfNameAndPlaceIsKept) {
   host.Finish(QM_CALLBACK_NEW_PART, symbol);
   EXPECT_EQ(OnlyCall("InsertSymbol", 2).at(4), "VAL");
   EXPECT_EQ(Record(symbol).KeyWord("Cadx", "PartName"), "P7");
+  ForgetCalls();
+  const std::string bare = Make("13");
+  { Record(bare).SetGlobal("NamePrefix", ""); }
+  host.Finish(QM_CALLBACK_NEW_PART, bare);
+  EXPECT_EQ(OnlyCall("InsertSymbol", 2).at(4), "") << "an empty prefix is one";
   const std::string hidden = Make("1");
   { Record(hidden).SetKeyWord("View", "Visibled", "0").EraseKeyWord("Position", "InfPoint"); }
   host.Finish(QM_CALLBACK_NEW_PART, hidden);
