@@ -60,16 +60,21 @@ constexpr KindChanges kKindChanges[] = {
     {ConverterKind::Gear3, kGear3Up, kGear3Down},
 };
 
-// A parameter that was cleared may still be there, empty. It counts as gone, so that a conversion
-// that did not get to its end can be done again.
-bool IsCleared(const std::string& value, const std::string& unit) {
-  return value.empty() && unit.empty();
+// A parameter that was cleared may still be there, empty. Where the other name has the value, it
+// was moved by a conversion that did not get to its end; done again, that one must not empty it.
+bool WasMoved(VXProtocol& protocol, const Change& change, const std::string& value,
+              const std::string& unit) {
+  if (!value.empty() || !unit.empty()) return false;
+  std::string movedValue;
+  std::string movedUnit;
+  return ReadSurely(protocol, change.to, movedValue, movedUnit) &&
+         !(movedValue.empty() && movedUnit.empty());
 }
 
 // The value is nowhere in the store between the two writes: it goes back when the second one fails.
 bool Move(VXProtocol& protocol, const Change& change, const std::string& value,
           const std::string& unit) {
-  if (IsCleared(value, unit)) return true;
+  if (WasMoved(protocol, change, value, unit)) return true;
   if (!protocol.PutDataParam(change.from, "", "")) return false;
   if (protocol.PutDataParam(change.to, value, unit)) return true;
   protocol.PutDataParam(change.from, value, unit);

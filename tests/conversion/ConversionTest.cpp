@@ -92,6 +92,7 @@ TEST_F(ConversionTest, ParametersFollowTheKind) {
         {"Fa1", " "},
         {"Fa2", " "}}},
       {"GEAR2", 1, 0, {{"Data", "cas", "0.25", "mm"}}, {{"cs", "0.25 mm"}, {"cas", " "}}},
+      {"GEAR2", 1, 0, {{"Data", "cas", "", ""}}, {{"cs", " "}, {"cas", " "}}},
       {"GEAR2",
        2,
        1,
