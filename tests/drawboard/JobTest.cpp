@@ -200,6 +200,19 @@ TEST(BillOfMaterials, EqualPartsAreOneRowAndViewsAndDrawingsAreNoParts) {
             "2     1     Pin, \"hard\"          2\n");
 }
 
+// The bolt and its nut are one set, which a joint of four bolts needs four times.
+TEST(BillOfMaterials, BoltsAreCountedAndWeighedWithTheirViews) {
+  const auto document = session::DocumentJson::parse(R"({"unit": "in", "objects": [
+    {"viewOf": "", "protocolId": "P2", "formerIds": ["P1"], "extendedData": {"Size": "M8"},
+     "connection": "P2<@PID>KC1|K|Main|DataFile|KEELDATA%7CThrJoin<@EL>",
+     "parameters": {"N": "4"}, "physicalProperties": {"Mass": "0.5"}},
+    {"viewOf": "P1", "extendedData": {"Size": "M8"}, "physicalProperties": {"Mass": "0.25"}},
+    {"viewOf": "", "protocolId": "P3", "formerIds": [], "extendedData": {"Size": "4"},
+     "connection": "P3<@PID>KC1|K|Main|DataFile|KEELDATA%7CCAM<@EL>", "parameters": {"N": "3"}}]})");
+  EXPECT_EQ(session::BillCsv(session::MakeBillOfMaterials(document)),
+            "Pos,Qty,Size,Body mass\r\n1,4,M8,0.75 lb\r\n2,1,4,\r\n");
+}
+
 TEST(Units, AreReadFromTheDataParametersOfAReference) {
   const auto units = session::UnitsOfReference(
       "P1<@PID>KC1|V|2|0<@EL>KC1|D|Data|m|2.5|mm<@EL>KC1|D|Data|n%7C1|1450|1/min<@EL>"

@@ -1,9 +1,26 @@
 #include "session/BillOfMaterials.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "platform/System.h"
+#include "session/Units.h"
 
 namespace session {
 namespace {
+
+constexpr const char* kBodyMass = "Body mass";
+constexpr const char* kProperties = "physicalProperties";
+
+// Calculations whose one part is needed several times, and the parameter that says how often.
+struct Counted {
+  const char* dataFile;
+  const char* parameter;
+};
+constexpr Counted kCounted[] = {{"KEELDATA|THRJOIN", "N"}};
 
 std::vector<std::vector<std::string>> Table(const BillOfMaterials& bill) {
   std::vector<std::vector<std::string>> table(1, {"Pos", "Qty"});
@@ -31,6 +48,44 @@ bool CountsAsPart(const DocumentJson& object) {
   return !object["extendedData"].empty() && object["viewOf"] == "" && !object.contains("placement");
 }
 
+double NumberIn(const DocumentJson& object, const char* group, const char* name) {
+  const auto found = object.find(group);
+  if (found == object.end()) return 0;
+  return std::strtod(found->value(name, std::string()).c_str(), nullptr);
+}
+
+int QuantityOf(const DocumentJson& object) {
+  const auto main = KeywordsOfReference(object.value("connection", std::string()), "Main");
+  const auto dataFile = main.find("DataFile");
+  for (const Counted& each : kCounted) {
+    if (dataFile == main.end() ||
+        !quillmar::platform::EqualsNoCase(dataFile->second, each.dataFile)) {
+      continue;
+    }
+    return std::max(1,
+                    static_cast<int>(std::lround(NumberIn(object, "parameters", each.parameter))));
+  }
+  return 1;
+}
+
+bool IsViewOf(const DocumentJson& view, const DocumentJson& object) {
+  const std::string id = view.value("viewOf", std::string());
+  if (id.empty()) return false;
+  const auto former = object.value("formerIds", std::vector<std::string>());
+  return id == object.value("protocolId", std::string()) ||
+         std::find(former.begin(), former.end(), id) != former.end();
+}
+
+// What the CAD weighs: the part with its views. Empty when it has no body.
+std::string BodyMassOf(const DocumentJson& document, const DocumentJson& object) {
+  if (!object.contains(kProperties)) return {};
+  double mass = NumberIn(object, kProperties, "Mass");
+  for (const DocumentJson& other : document["objects"]) {
+    if (IsViewOf(other, object)) mass += NumberIn(other, kProperties, "Mass");
+  }
+  return fmt::format("{:.6g} {}", mass, MassUnitOf(document));
+}
+
 }  // namespace
 
 BillOfMaterials MakeBillOfMaterials(const DocumentJson& document) {
@@ -43,18 +98,26 @@ BillOfMaterials MakeBillOfMaterials(const DocumentJson& document) {
       }
     }
   }
+  const std::size_t tags = bill.columns.size();
+  const bool weighed = std::any_of(document["objects"].begin(), document["objects"].end(),
+                                   [](const DocumentJson& object) {
+                                     return CountsAsPart(object) && object.contains(kProperties);
+                                   });
+  if (weighed) bill.columns.push_back(kBodyMass);
   for (const DocumentJson& object : document["objects"]) {
     if (!CountsAsPart(object)) continue;
     std::vector<std::string> values;
-    for (const std::string& column : bill.columns) {
-      values.push_back(object["extendedData"].value(column, std::string()));
+    for (std::size_t i = 0; i < tags; ++i) {
+      values.push_back(object["extendedData"].value(bill.columns[i], std::string()));
     }
+    if (weighed) values.push_back(BodyMassOf(document, object));
+    const int quantity = QuantityOf(object);
     const auto equal = std::find_if(bill.rows.begin(), bill.rows.end(),
                                     [&](const auto& row) { return row.values == values; });
     if (equal != bill.rows.end()) {
-      ++equal->quantity;
+      equal->quantity += quantity;
     } else {
-      bill.rows.push_back({1, std::move(values)});
+      bill.rows.push_back({quantity, std::move(values)});
     }
   }
   return bill;

@@ -72,14 +72,14 @@ std::string Columns(const std::vector<std::string>& cells, const std::string& in
   return text;
 }
 
-std::string PropertyLine(const DocumentJson& object, const std::string& unit) {
+std::string PropertyLine(const DocumentJson& document, const DocumentJson& object) {
+  const std::string unit = Text(document, "unit");
   const auto found = object.find("physicalProperties");
   if (found == object.end()) return {};
   const auto value = [&](const char* name) { return (*found)[name].get<std::string>(); };
-  const char* mass = unit == "in" ? "lb" : "kg";
   return fmt::format("mass {} {}, volume {} {}³, area {} {}², centre of mass x = {} {}",
-                     value("Mass"), mass, value("Volume"), unit, value("Area"), unit,
-                     value("CenterOfMassX"), unit);
+                     value("Mass"), MassUnitOf(document), value("Volume"), unit, value("Area"),
+                     unit, value("CenterOfMassX"), unit);
 }
 
 // Name of the object whose view this one is.
@@ -91,7 +91,6 @@ std::string ViewedObject(const DocumentJson& document, const DocumentJson& objec
 
 std::string ObjectText(const DocumentJson& document, const DocumentJson& object,
                        const Origins& origins, bool last, std::size_t width) {
-  const std::string unit = Text(document, "unit");
   const std::string indent = last ? "     " : "│    ";
   std::string text =
       fmt::format("{}{}  ({})\n", last ? "└─ " : "├─ ", Text(object, "name"), Text(object, "kind"));
@@ -112,7 +111,7 @@ std::string ObjectText(const DocumentJson& document, const DocumentJson& object,
   }
   line("protocol", Text(object, "protocolId"));
   line("changes", std::to_string(object["changes"].get<int>()));
-  line("body", PropertyLine(object, unit));
+  line("body", PropertyLine(document, object));
   text += Columns(ParameterCells(object), indent + "  ", width);
   return text;
 }
@@ -156,6 +155,10 @@ std::string KindOf(const DocumentJson& document, const std::string& objectName) 
 
 std::string ConnectionOf(const DocumentJson& document, const std::string& objectName) {
   return TextOf(document, objectName, "connection");
+}
+
+const char* MassUnitOf(const DocumentJson& document) {
+  return Text(document, "unit") == "in" ? "lb" : "kg";
 }
 
 std::optional<std::string> ObjectOfKind(const DocumentJson& document, const std::string& kind) {

@@ -30,6 +30,9 @@ std::string ProtocolOf(const DocumentJson& document, const std::string& objectNa
 std::string KindOf(const DocumentJson& document, const std::string& objectName);
 std::string ConnectionOf(const DocumentJson& document, const std::string& objectName);
 
+// Unit of the masses that the CAD gives.
+const char* MassUnitOf(const DocumentJson& document);
+
 // Name of the first object of that kind.
 std::optional<std::string> ObjectOfKind(const DocumentJson& document, const std::string& kind);
 

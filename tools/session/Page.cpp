@@ -135,21 +135,23 @@ void PutParameters(Json& shown, const Json& object, const std::string& reference
   }
 }
 
-void PutBody(Json& shown, const Json& object, const std::string& unit) {
+void PutBody(Json& shown, const Json& document, const Json& object) {
+  const std::string unit = Text(document, "unit");
+  const std::string massUnit = MassUnitOf(document);
   const struct {
     const char* key;
     const char* meaning;
     std::string unit;
   } kinds[] = {
-      {"Mass", "mass", unit == "in" ? "lb" : "kg"},
+      {"Mass", "mass", massUnit},
       {"Volume", "volume", unit + "³"},
       {"Area", "surface", unit + "²"},
       {"CenterOfMassX", "centre of mass, x", unit},
       {"CenterOfMassY", "centre of mass, y", unit},
       {"CenterOfMassZ", "centre of mass, z", unit},
-      {"MomXX", "moment of inertia about x", (unit == "in" ? "lb " : "kg ") + unit + "²"},
-      {"MomYY", "moment of inertia about y", (unit == "in" ? "lb " : "kg ") + unit + "²"},
-      {"MomZZ", "moment of inertia about z", (unit == "in" ? "lb " : "kg ") + unit + "²"},
+      {"MomXX", "moment of inertia about x", massUnit + " " + unit + "²"},
+      {"MomYY", "moment of inertia about y", massUnit + " " + unit + "²"},
+      {"MomZZ", "moment of inertia about z", massUnit + " " + unit + "²"},
   };
   shown["body"] = Json::array();
   const Json properties = object.value("physicalProperties", Json::object());
@@ -185,7 +187,7 @@ Json ObjectJson(const DocumentJson& document, const Json& object, Attachments& f
   shown["changes"] = object.value("changes", 0);
   shown["bom"] = object.value("extendedData", Json::object());
   shown["states"] = object.value("featureStates", Json::object());
-  PutBody(shown, object, Text(document, "unit"));
+  PutBody(shown, document, object);
   PutParameters(shown, object, reference);
   const std::string file = Bytes(shown["file"].get<std::string>());
   shown["picture"] = file.empty() ? Json() : files.Add(Beside(file, ".svg"));
