@@ -51,6 +51,13 @@ TEST(DrawingFile, IsReadByOthers) {
        {{"xxSheet", "3", "ND"}, {"xxScale", "0.5", "ND"}},
        "LINE OUTLINE 12\n",
        "0.000 0.000 840.000 594.000"},
+      // The angle of a symbol reaches 10.5 up and as far to the right as 60 degrees say.
+      {"SURFACE", {{"Ra", "3.2", "um"}}, "LINE OUTLINE 2\n", "-2.887 0.000 6.062 10.500"},
+      {"SURFACE", {{"process", "1", "ND"}}, "LINE OUTLINE 3\n", "-2.887 0.000 6.062 10.500"},
+      {"SURFACE",
+       {{"process", "2", "ND"}},
+       "CIRCLE OUTLINE 1\nLINE OUTLINE 2\n",
+       "-2.887 0.000 6.062 10.500"},
   };
   const TestMachine machine;
   const std::string path = "C:\\Vantorel\\drawing.dxf";
