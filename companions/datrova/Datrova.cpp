@@ -106,5 +106,5 @@ void CheckTemplate(const std::string& parameter) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  return wizard::Run("Datrova", argumentCount, arguments, CheckTemplate);
+  return wizard::Run("Datrova", wizard::kStartedByModule, argumentCount, arguments, CheckTemplate);
 }

@@ -116,5 +116,5 @@ QM_CAD_FUNCTIONS(GRUPOVA_EXPORT)
 QM_CAD_2D_FUNCTIONS(GRUPOVA_EXPORT)
 
 int main(int argumentCount, char** arguments) {
-  return wizard::Run("Grupova", argumentCount, arguments, ManageGroup);
+  return wizard::Run("Grupova", wizard::kStartedByUser, argumentCount, arguments, ManageGroup);
 }

@@ -34,5 +34,5 @@ void CheckProtocol(const std::string& parameter) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  return wizard::Run("Inmova", argumentCount, arguments, CheckProtocol);
+  return wizard::Run("Inmova", wizard::kStartedByModule, argumentCount, arguments, CheckProtocol);
 }

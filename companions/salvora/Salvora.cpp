@@ -1,4 +1,5 @@
 // Salvora.exe: the companion program that a login may wait for. It shows nothing and ends at once.
+// Only the module starts it.
 #include <tuple>
 
 #include "recorder/Recorder.h"
@@ -13,5 +14,5 @@ int main(int argumentCount, char** arguments) {
   const char* commandLine = argumentCount > 1 ? arguments[1] : "";
   using quillmar::recorder::Caller;
   return border.Call(
-      "Salvora", Caller::Named("?"), [] { return 0; }, 1, std::tie(commandLine));
+      "Salvora", Caller::Named("Quillmar"), [] { return 0; }, 1, std::tie(commandLine));
 }

@@ -43,13 +43,13 @@ void LeaveRecord(const std::string& parameter, const std::string& refusal) {
 
 std::string OwnFolder() { return OwnPath().substr(0, OwnPath().rfind('\\')); }
 
-int Run(const char* name, int argumentCount, char** arguments,
+int Run(const char* name, const char* starter, int argumentCount, char** arguments,
         const std::function<void(const std::string& parameter)>& check) {
   const recorder::Border border{name, recorder::Kind::Program};
   const std::string parameter = Joined(argumentCount, arguments);
   const char* shown = parameter.c_str();
   return border.Call(
-      name, recorder::Caller::Named("?"),
+      name, recorder::Caller::Named(starter),
       [&] {
         std::string refusal;
         try {

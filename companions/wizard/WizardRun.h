@@ -26,9 +26,13 @@ class Refusal : public std::runtime_error {
 // Folder of the running program, without a trailing backslash.
 std::string OwnFolder();
 
+// Who starts programs of this kind, as the recorder names callers.
+inline constexpr const char* kStartedByModule = "Quillmar";
+inline constexpr const char* kStartedByUser = "user";
+
 // Runs `check` on the words behind the program's name, joined by blanks. A Refusal that leaves it
 // is recorded. The program's exit code.
-int Run(const char* name, int argumentCount, char** arguments,
+int Run(const char* name, const char* starter, int argumentCount, char** arguments,
         const std::function<void(const std::string& parameter)>& check);
 
 }  // namespace wizard

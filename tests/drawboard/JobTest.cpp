@@ -4,6 +4,7 @@
 #include <string>
 
 #include "session/BillOfMaterials.h"
+#include "session/Failures.h"
 #include "session/Job.h"
 #include "session/JobWriter.h"
 #include "session/Model.h"
@@ -211,6 +212,50 @@ TEST(BillOfMaterials, BoltsAreCountedAndWeighedWithTheirViews) {
      "connection": "P3<@PID>KC1|K|Main|DataFile|KEELDATA%7CCAM<@EL>", "parameters": {"N": "3"}}]})");
   EXPECT_EQ(session::BillCsv(session::MakeBillOfMaterials(document)),
             "Pos,Qty,Size,Body mass\r\n1,4,M8,0.75 lb\r\n2,1,4,\r\n");
+}
+
+// One row a call: what it was, and whether it counts as failed.
+TEST(Failures, AreNeitherNegativeAnswersNorWhatIsClosedAlready) {
+  const struct {
+    std::uint32_t process;
+    const char* to;
+    const char* function;
+    std::vector<std::string> arguments;
+    const char* result;
+    bool failed;
+  } rows[] = {
+      {1, "Keelcomm", "Com_OpenProtocol", {"&\"P1\""}, "1", false},
+      {2, "Keelcomm", "Com_CloseProtocol", {"\"P1\""}, "0", false},
+      {1, "Keelcomm", "Com_CloseProtocol", {"\"P1\""}, "0", true},
+      {1, "Keelcomm", "Com_CloseProtocol", {"\"P1\""}, "1", false},
+      {1, "Keelcomm", "Com_CloseProtocol", {"\"P1\""}, "0", false},
+      {1, "Keelcomm", "Com_CopyProtocol", {"\"P1\"", "&\"P2\""}, "1", false},
+      {1, "Keelcomm", "Com_CloseProtocol", {"\"P2\""}, "0", true},
+      {1, "Keelcomm", "Com_GetKeyWord", {}, "0", false},
+      {1, "Keelcomm", "Com_PutKeyWord", {}, "0", true},
+      {1, "Drawboard", "GetAllParts", {}, "0", false},  // asked again below, with more room
+      {1, "Keelcomm", "Com_PutKeyWord", {}, "threw: no memory", true},
+      {1, "Drawboard", "GetAllParts", {}, "1", false},
+      {1, "Drawboard", "GetAssembly", {}, "0", true},
+      {1, "Drawboard", "GetAllParts", {}, "1", false},
+      {1, "Drawboard", "GetMainHwnd", {}, "0", false},
+      {1, "Drawboard", "InsertPart", {}, "0", true},
+      {1, "Hexaplan", "Synchronize", {}, "unknown member", true},
+      {1, "Datrova", "Datrova", {}, "0", false},
+  };
+  std::vector<quillmar::recorder::TracedCall> calls;
+  for (const auto& row : rows) {
+    auto& call = calls.emplace_back();
+    call.process = row.process;
+    call.to = row.to;
+    call.function = row.function;
+    call.arguments = row.arguments;
+    call.result = row.result;
+  }
+  const std::vector<bool> failed = session::FailedCalls(calls);
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    EXPECT_EQ(failed[i], rows[i].failed) << i << " " << rows[i].function;
+  }
 }
 
 TEST(Units, AreReadFromTheDataParametersOfAReference) {

@@ -14,7 +14,9 @@
 #include "session/Addin.h"
 #include "session/BillOfMaterials.h"
 #include "session/DrawingPicture.h"
+#include "session/Failures.h"
 #include "session/Model.h"
+#include "session/Notes.h"
 #include "session/Units.h"
 
 namespace session {
@@ -84,54 +86,36 @@ std::string Bytes(const std::string& utf8) { return FromUtf8(utf8).value_or(std:
 
 // --- parameters ---
 
-class Notes {
- public:
-  explicit Notes(const std::string& reference)
-      : units(UnitsOfReference(reference)),
-        meanings(KeywordsOfReference(reference, "VarDescriptions")),
-        formulas(KeywordsOfReference(reference, "VarFormulas")) {}
-
-  std::string Unit(const std::string& name) const { return Find(units, name); }
-  std::string Meaning(const std::string& name) const { return OfRow(meanings, name); }
-  std::string Formula(const std::string& name) const { return OfRow(formulas, name); }
-
- private:
-  using Texts = std::map<std::string, std::string>;
-  static std::string Find(const Texts& texts, const std::string& name) {
-    const auto found = texts.find(Bytes(name));
-    return found != texts.end() ? ToUtf8(found->second) : std::string();
-  }
-  // A numbered row is described as a whole, under "<name>_i".
-  static std::string OfRow(const Texts& texts, const std::string& name) {
-    const std::string own = Find(texts, name);
-    const auto end = name.find_last_not_of("0123456789");
-    const bool row = end != std::string::npos && end + 1 < name.size() && name[end] == '_';
-    return own.empty() && row ? Find(texts, name.substr(0, end + 1) + "i") : own;
-  }
-
-  Texts units, meanings, formulas;
-};
-
 Json Value(const std::string& name, const std::string& value, const std::string& unit,
            const std::string& meaning, const std::string& formula) {
   return {
       {"name", name}, {"value", value}, {"unit", unit}, {"meaning", meaning}, {"formula", formula}};
 }
 
-// A result has a formula, and what the CAD added comes from no calculation.
+// What stands on a sheet has no parameters in the CAD: it shows those that its reference carries.
+Json ParametersOf(const Json& object, const std::string& reference) {
+  Json parameters = object.value("parameters", Json::object());
+  if (!parameters.empty()) return parameters;
+  for (const auto& [name, value] : ValuesOfReference(Bytes(reference))) {
+    parameters[ToUtf8(name)] = ToUtf8(value);
+  }
+  return parameters;
+}
+
+// What the CAD added comes from no calculation.
 void PutParameters(Json& shown, const Json& object, const std::string& reference) {
-  const Notes notes(Bytes(reference));
+  const Notes notes(reference);
   const Json added = object.value("cadParameters", Json::array());
-  const Json parameters = object.value("parameters", Json::object());
-  for (const char* group : {"inputs", "results", "added"}) shown[group] = Json::array();
+  const auto groupOf = [&](const std::string& name) {
+    if (std::find(added.begin(), added.end(), name) != added.end()) return "added";
+    if (notes.IsForeign(name)) return "foreign";
+    return notes.Formula(name).empty() ? "inputs" : "results";
+  };
+  for (const char* group : {"inputs", "results", "added", "foreign"}) shown[group] = Json::array();
+  const Json parameters = ParametersOf(object, reference);
   for (const auto& [name, value] : parameters.items()) {
-    const std::string formula = notes.Formula(name);
-    const bool own = std::find(added.begin(), added.end(), name) != added.end();
-    shown[own               ? "added"
-          : formula.empty() ? "inputs"
-                            : "results"]
-        .push_back(
-            Value(name, value.get<std::string>(), notes.Unit(name), notes.Meaning(name), formula));
+    shown[groupOf(name)].push_back(Value(name, value.get<std::string>(), notes.Unit(name),
+                                         notes.Meaning(name), notes.Formula(name)));
   }
 }
 
@@ -234,17 +218,6 @@ Json StepsJson(const SessionData& data, Attachments& files) {
   return steps;
 }
 
-// Questions to the stores are answered with 0 when nothing is stored under that name, and a program
-// that ends well gives 0: neither is a failure.
-bool HasFailed(const TracedCall& call) {
-  constexpr std::string_view kFailures[] = {"0", "failed", "gone", "unknown member"};
-  const bool question = call.function.find("_Get") != std::string::npos ||
-                        call.function.find("_Is") != std::string::npos || call.function == call.to;
-  if (call.result == "0" && question) return false;
-  return call.result.rfind("raised", 0) == 0 ||
-         std::find(std::begin(kFailures), std::end(kFailures), call.result) != std::end(kFailures);
-}
-
 // Each name once; calls name them by number. A long session has tens of thousands of calls.
 Json CallsJson(const std::vector<TracedCall>& calls) {
   std::map<std::string, int> numbers;
@@ -254,14 +227,16 @@ Json CallsJson(const std::vector<TracedCall>& calls) {
     if (added) names.push_back(name);
     return known->second;
   };
+  const std::vector<bool> failed = FailedCalls(calls);
   Json rows = Json::array();
-  for (const TracedCall& call : calls) {
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    const TracedCall& call = calls[i];
     std::string arguments;
     for (const std::string& each : call.arguments) {
       arguments += (arguments.empty() ? "" : ", ") + each;
     }
     rows.push_back({call.microseconds, call.duration, number(call.from), number(call.to),
-                    number(call.function), arguments, call.result, HasFailed(call) ? 1 : 0});
+                    number(call.function), arguments, call.result, failed[i] ? 1 : 0});
   }
   return {{"names", std::move(names)}, {"rows", std::move(rows)}};
 }

@@ -58,18 +58,37 @@ std::string ValueText(const Settings::Value& setting) {
   return std::to_string(std::get<std::uint32_t>(setting.value));
 }
 
+// What the job gives a step, as it is shown. Options are told one by one as they are written.
+Inputs GivenTo(const auto& step) {
+  if constexpr (requires { step.inputs; }) return step.inputs;
+  return {};
+}
+Inputs GivenTo(const OldPart& step) { return step.values; }
+Inputs GivenTo(const Format& step) {
+  return {{"standard", step.standard}, {"scale", fmt::format("{}", step.scale)}};
+}
+Inputs GivenTo(const UserPart& step) {
+  return {{"views", step.views},
+          {"unit", step.units == 0 ? "mm" : "in"},
+          {"x", fmt::format("{}", step.x)},
+          {"y", fmt::format("{}", step.y)}};
+}
+Inputs GivenTo(const Group& step) {
+  Inputs given;
+  for (const Group::Member& member : step.members) {
+    given.emplace_back("calculation", member.calculation);
+    given.insert(given.end(), member.inputs.begin(), member.inputs.end());
+  }
+  return given;
+}
+
 std::vector<std::pair<std::string, std::string>> InputsOf(const Step& step) {
-  return std::visit(
-      [](const auto& kind) {
-        std::vector<std::pair<std::string, std::string>> inputs;
-        if constexpr (requires { kind.inputs; }) {
-          for (const auto& [name, value] : kind.inputs) {
-            inputs.emplace_back(ToUtf8(name), ToUtf8(value));
-          }
-        }
-        return inputs;
-      },
-      step);
+  std::vector<std::pair<std::string, std::string>> inputs;
+  for (const auto& [name, value] :
+       std::visit([](const auto& kind) { return GivenTo(kind); }, step)) {
+    inputs.emplace_back(ToUtf8(name), ToUtf8(value));
+  }
+  return inputs;
 }
 
 bool Has(const DocumentJson& document, const std::string& name) {

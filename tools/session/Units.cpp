@@ -80,6 +80,14 @@ std::map<std::string, std::string> UnitsOfReference(const std::string& reference
   return units;
 }
 
+std::vector<std::pair<std::string, std::string>> ValuesOfReference(const std::string& reference) {
+  std::vector<std::pair<std::string, std::string>> values;
+  for (const auto& fields : Items(reference, std::string(kDataItem))) {
+    if (fields.size() == 3) values.emplace_back(fields[0], fields[1]);
+  }
+  return values;
+}
+
 std::map<std::string, std::string> KeywordsOfReference(const std::string& reference,
                                                        const std::string& section) {
   std::map<std::string, std::string> values;

@@ -5,12 +5,17 @@
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace session {
 
 // Unit by name of parameter. Empty for reference texts of another store; dimensionless values
 // ("ND") have an empty unit.
 std::map<std::string, std::string> UnitsOfReference(const std::string& reference);
+
+// Name and value of each parameter, in their order, as bytes of the code page.
+std::vector<std::pair<std::string, std::string>> ValuesOfReference(const std::string& reference);
 
 // Values of a section by keyword, as bytes of the code page.
 std::map<std::string, std::string> KeywordsOfReference(const std::string& reference,

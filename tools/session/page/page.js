@@ -125,14 +125,17 @@ function showAssembly() {
 
 function showBill() {
   const {columns, rows} = data.bill;
+  const isNumber = value => /^-?[\d.]+( \S+)?$/.test(value);
+  const kinds = columns.map((_, k) => rows.every(row => !row.values[k] || isNumber(row.values[k])) ? 'number' : null);
   byId('bill').hidden = !rows.length;
   byId('bill-body').append(make('div', {class: 'wide'}, make('table', {class: 'bill', id: 'bill-table'},
-    make('caption', {}, 'Equal parts are one row; views of a calculation count with their part. The same table is in bom.csv.'),
-    make('thead', {}, make('tr', {}, ['Pos', 'Qty', ...columns].map(name => make('th', {scope: 'col'}, name)))),
+    make('caption', {}, 'Equal parts are one row; views of a calculation count with their part, bolts as often as their joint has them. ' +
+      'Masses are of one piece. The same table is in bom.csv.'),
+    make('thead', {}, make('tr', {}, ['Pos', 'Qty', ...columns].map((name, k) => make('th', {scope: 'col', class: k > 1 ? kinds[k - 2] : k ? 'number' : null}, name)))),
     make('tbody', {}, rows.map((row, i) => make('tr', {},
       make('th', {scope: 'row', 'data-label': 'Pos'}, String(i + 1)),
       make('td', {'data-label': 'Qty', class: 'number'}, String(row.quantity)),
-      row.values.map((value, k) => make('td', {'data-label': columns[k]}, value))))))));
+      row.values.map((value, k) => make('td', {'data-label': columns[k], class: kinds[k]}, value))))))));
 }
 
 // --- objects ---
@@ -207,8 +210,6 @@ function keyFigures(object) {
 
 function card(object, i) {
   const texts = entries => entries.map(([name, value]) => ({name, value, unit: '', meaning: '', formula: ''}));
-  // What stands on a sheet has no parameters in the CAD: it shows what it was ordered with.
-  const inputs = object.inputs.length ? object.inputs : texts(stepsOf(object.name).flatMap(([step]) => step.inputs));
   const number = pictureOf(object);
   return make('article', {class: number === null ? 'card plain' : 'card', id: `o-${i}`, 'aria-labelledby': `t-${i}`, 'data-object': object.name},
     number === null ? null : make('figure', {}, image(number, `Picture of ${headline(object)}`),
@@ -218,9 +219,10 @@ function card(object, i) {
       make('p', {class: 'name'}, make('span', {class: 'badge'}, object.kind), ' ', headline(object) !== object.name ? object.name : ''),
       keyFigures(object), facts(object)),
     make('div', {class: 'boxes'},
-      valuesBox('Inputs', 'inputs', inputs), valuesBox('Results', 'results', object.results),
+      valuesBox('Inputs', 'inputs', object.inputs), valuesBox('Results', 'results', object.results),
       valuesBox('Parameters of the CAD', 'added', object.added), valuesBox('Body', 'body', object.body),
-      valuesBox('For the bill of materials', 'bom', texts(Object.entries(object.bom))), valuesBox('Feature states', 'states', texts(Object.entries(object.states)))));
+      valuesBox('For the bill of materials', 'bom', texts(Object.entries(object.bom))), valuesBox('Feature states', 'states', texts(Object.entries(object.states))),
+      valuesBox('Further values in the protocol', 'foreign', object.foreign)));
 }
 
 function showObjects() {
@@ -267,8 +269,8 @@ function showSummary() {
     make('tbody', {}, rows.map(row => make('tr', {}, make('td', {}, `${row.from} → ${row.to}`),
       make('td', {class: 'number'}, row.count.toLocaleString('en')),
       make('td', {class: row.failed ? 'number bad' : 'number'}, row.failed ? String(row.failed) : '–'))))));
-  byId('timeline-summary').append(make('p', {class: 'hint'}, 'A call has failed when it raised an error or answered 0; ' +
-    'a question to a store for something that is not there has not.'));
+  byId('timeline-summary').append(make('p', {class: 'hint'}, 'A call has failed when it raised an error or answered 0. ' +
+    'No failures are: “no” as the answer to a question, closing what is closed already, and a list that is asked for again with enough room.'));
   const failures = calls.filter(call => call.failed);
   if (failures.length) {
     byId('timeline-summary').append(make('details', {class: 'box'},
