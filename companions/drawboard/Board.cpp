@@ -76,9 +76,13 @@ void Board::SaveDocument(const std::string& path) {
   Document saved = Current();
   if (!path.empty()) saved.path = DocumentPath(path);
   WriteDocument(saved, *kernel);
+  document = saved;
   ExportParts(saved);
   ExportAssembly(saved);
-  document = std::move(saved);
+}
+
+void Board::TellWatcher(std::size_t made, std::size_t count, const std::string& name) {
+  if (saveWatcher && !saveWatcher(made, count, name)) throw BoardError("The saving was ended");
 }
 
 // What cannot be shown to others is no reason to lose the document.
@@ -90,20 +94,30 @@ void Board::ReportProblem(const std::function<void()>& step) {
   }
 }
 
+// The assembly counts as one more.
 void Board::ExportParts(const Document& saved) {
+  std::vector<const BoardObject*> parts;
   for (const BoardObject& object : saved.objects) {
-    if (object.file.empty() || IsLibraryFile(object)) continue;
-    const PartDescription part = DescribePart(object, saved);
-    const std::string key = quillmar::platform::LowerCase(object.file);
-    const auto known = exported.find(key);
-    const bool present = quillmar::platform::FileExists(ExchangePath(object.file, ".step"));
-    if (known != exported.end() && known->second == part && present) continue;
-    ReportProblem([&] {
-      const auto files = kernel->Export(part, ToUtf8(StemOf(object.file)));
-      WriteExchangeFiles(object.file, files ? *files : PictureOf(kernel->Draw(part)));
-      exported.insert_or_assign(key, part);
-    });
+    if (!object.file.empty() && !IsLibraryFile(object)) parts.push_back(&object);
   }
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    TellWatcher(i, parts.size() + 1, parts[i]->name);
+    ExportPart(*parts[i], saved);
+  }
+  TellWatcher(parts.size(), parts.size() + 1, saved.Name());
+}
+
+void Board::ExportPart(const BoardObject& object, const Document& saved) {
+  const PartDescription part = DescribePart(object, saved);
+  const std::string key = quillmar::platform::LowerCase(object.file);
+  const auto known = exported.find(key);
+  const bool present = quillmar::platform::FileExists(ExchangePath(object.file, ".step"));
+  if (known != exported.end() && known->second == part && present) return;
+  ReportProblem([&] {
+    const auto files = kernel->Export(part, ToUtf8(StemOf(object.file)));
+    WriteExchangeFiles(object.file, files ? *files : PictureOf(kernel->Draw(part)));
+    exported.insert_or_assign(key, part);
+  });
 }
 
 void Board::ExportAssembly(const Document& saved) {

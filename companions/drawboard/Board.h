@@ -29,6 +29,11 @@ struct Answers {
 // argument only.
 using ObjectChange = std::function<void(BoardObject&, Document&, FileChanges&)>;
 
+// Told before the files of a part or of the assembly are made: how many were made of how many, and
+// the name of what comes. False ends the saving.
+using SaveWatcher =
+    std::function<bool(std::size_t made, std::size_t count, const std::string& name)>;
+
 class Board {
  public:
   // `folder` holds the installation: documents and the folders behind the markers lie in it.
@@ -42,7 +47,8 @@ class Board {
   // exchange files of its parts and of the assembly up to date. They are made here and not at each
   // change: hidden lines and STEP text cost many times what an insert costs, and a part is changed
   // several times before somebody looks at it. Without solids a part's picture is its outlines. A
-  // part that has no body is left out; a line of the messages says why.
+  // part that has no body is left out; a line of the messages says why. Throws a BoardError when
+  // the watcher ends it: the document and the files that were made until then are whole.
   void SaveDocument(const std::string& path);
   // Where one of the markers "ASM", "WORKSPACE", "LIB", "CONTENTLIB" leads.
   void SetFolder(const std::string& marker, const std::string& folder);
@@ -75,6 +81,7 @@ class Board {
   bool EndGroup();
 
   Answers answers;
+  SaveWatcher saveWatcher;  // may be empty
   std::vector<std::string> messages;
   std::string previewed;  // path that the last preview was begun with
 
@@ -83,6 +90,8 @@ class Board {
   void StoreWithHost(Document& next, BoardObject& object, const std::string& givenPath,
                      FileChanges& files);
   void ExportParts(const Document& saved);
+  void ExportPart(const BoardObject& object, const Document& saved);
+  void TellWatcher(std::size_t made, std::size_t count, const std::string& name);
   void ExportAssembly(const Document& saved);
   void ReportProblem(const std::function<void()>& step);
   const std::string& ExtensionFor(Kind kind) const;

@@ -22,6 +22,8 @@
 
 #include "quillmar/Conventions.h"
 
+typedef int(QM_CDECL* DrawboardSaveWatcher)(void* context, int made, int count, const char* name);
+
 /* X(name, result, (parameters), (argument names)).
  *
  * Drawboard_NewDocument   an empty document, "mm" or "in". `path` is a full path, or a name for a
@@ -31,6 +33,10 @@
  * Drawboard_SaveDocument  writes the document under another path; empty: under its own. Every
  *                         change is written by itself, so this is needed for a copy, and for the
  *                         files that are described above.
+ * Drawboard_WatchSaving   from now on saving tells `watcher` before it makes the files of a part or
+ *                         of the assembly: how many it has made of how many, and the name of what
+ *                         comes. Its answer 0 ends the saving, which then fails; the document and
+ *                         every file that was written are whole. A null pointer ends the watching.
  * Drawboard_SetFolder     leads a marker ("ASM", "WORKSPACE", "LIB", "CONTENTLIB") elsewhere.
  * Drawboard_Select        selects an object by name or protocol identifier, as the user does with
  *                         the mouse; empty: nothing is selected.
@@ -50,6 +56,7 @@
   X(Drawboard_NewDocument, int, (const char* path, const char* unit), (path, unit))               \
   X(Drawboard_OpenDocument, int, (const char* path), (path))                                      \
   X(Drawboard_SaveDocument, int, (const char* path), (path))                                      \
+  X(Drawboard_WatchSaving, int, (DrawboardSaveWatcher watcher, void* context), (watcher, context))  \
   X(Drawboard_SetFolder, int, (const char* marker, const char* folder), (marker, folder))         \
   X(Drawboard_Select, int, (const char* name), (name))                                            \
   X(Drawboard_Place, int, (const char* kind, const char* name, const char* connection),            \

@@ -34,6 +34,16 @@ int Drawboard_SaveDocument(const char* path) {
   return 1;
 }
 
+int Drawboard_WatchSaving(DrawboardSaveWatcher watcher, void* context) {
+  SaveWatcher& watching = TheBoard().saveWatcher;
+  watching = nullptr;
+  if (watcher == nullptr) return 1;
+  watching = [watcher, context](std::size_t made, std::size_t count, const std::string& name) {
+    return watcher(context, static_cast<int>(made), static_cast<int>(count), name.c_str()) != 0;
+  };
+  return 1;
+}
+
 int Drawboard_SetFolder(const char* marker, const char* folder) {
   TheBoard().SetFolder(TextOf(marker), TextOf(folder));
   return 1;

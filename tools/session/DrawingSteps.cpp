@@ -49,8 +49,9 @@ Session::Sheet Session::MakeDrawing(const std::string& protocolId) {
 void Session::PlaceDrawing(Sheet& sheet, const std::string& standing) {
   const DocumentJson document = Document();
   const std::string id = standing.empty() ? sheet.protocolId : ProtocolOf(document, standing);
-  const std::string connection =
-      standing.empty() ? std::string(sheet.connection.c_str()) : ConnectionOf(document, standing);
+  const std::string connection = standing.empty()
+                                     ? std::string(sheet.connection.c_str())
+                                     : *drawboard::FromUtf8(ConnectionOf(document, standing));
   const auto place = standing.empty() ? cad.sheet.Insert2dPart : cad.sheet.Change2dPart;
   const int placed = place(sheet.file, id.c_str(), connection.c_str(), sheet.metric, sheet.pairs,
                            sheet.count, sheet.x, sheet.y, sheet.level);
@@ -74,8 +75,8 @@ void Session::Perform(const Drawing& drawing) {
 
 void Session::Perform(const Format& format) {
   if (const Names standing = Standing(format.objects); !standing.empty()) {
-    return Recalculate(kFormatDataFile, standing,
-                       {{kFormatScale, fmt::format("{}", format.scale)}});
+    return Recalculate(kFormatDataFile, standing, {{kFormatScale, fmt::format("{}", format.scale)}},
+                       format.standard);
   }
   const std::string order = Order(kFormatDataFile, {}, {});
   Require(Call("ShowFormat", fmt::format("\"{}\", {}", ToUtf8(format.standard), format.scale),

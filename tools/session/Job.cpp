@@ -38,6 +38,16 @@ Json Parse(const std::string& text) {
 
 }  // namespace
 
+void PutInput(Inputs& inputs, const std::string& name, const std::string& value) {
+  const auto given = std::find_if(inputs.begin(), inputs.end(),
+                                  [&](const auto& input) { return input.first == name; });
+  if (given == inputs.end()) {
+    inputs.emplace_back(name, value);
+  } else {
+    given->second = value;
+  }
+}
+
 Job ReadJob(const std::string& text) {
   const Json json = Parse(text);
   if (!json.is_object()) throw JobError("The job must be a JSON object");

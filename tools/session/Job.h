@@ -18,6 +18,8 @@ class JobError : public std::runtime_error {
 };
 
 using Inputs = std::vector<std::pair<std::string, std::string>>;
+// Sets one of them, which keeps its place when it is there.
+void PutInput(Inputs& inputs, const std::string& name, const std::string& value);
 
 // All texts are in the system code page. `objects` are the names, in the CAD, of what an earlier
 // session on the same document made of the step; a step of which one still stands changes it in

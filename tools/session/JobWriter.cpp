@@ -81,16 +81,7 @@ class Writer {
     json["standard"] = ToUtf8(step.standard);
     if (!step.on.empty()) json["on"] = ToUtf8(step.on);
     Inputs inputs = step.inputs;
-    for (const auto& [name, value] : changes[step.name]) {
-      const auto given =
-          std::find_if(inputs.begin(), inputs.end(),
-                       [&, &wanted = name](const auto& input) { return input.first == wanted; });
-      if (given == inputs.end()) {
-        inputs.emplace_back(name, value);
-      } else {
-        given->second = value;
-      }
-    }
+    for (const auto& [name, value] : changes[step.name]) PutInput(inputs, name, value);
     json["inputs"] = InputsJson(inputs, objects[ToUtf8(step.name)]);
   }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 
+#include "drawboard/CodePage.h"
 #include "session/Units.h"
 
 namespace session {
@@ -168,14 +169,41 @@ std::optional<std::string> ObjectOfKind(const DocumentJson& document, const std:
   return std::nullopt;
 }
 
+std::vector<std::pair<std::string, std::string>> ParametersOf(const DocumentJson& object) {
+  std::vector<std::pair<std::string, std::string>> parameters;
+  if (const auto found = object.find("parameters"); found != object.end()) {
+    for (const auto& [name, value] : found->items()) {
+      parameters.emplace_back(name, value.get<std::string>());
+    }
+  }
+  if (!parameters.empty()) return parameters;
+  const auto reference = drawboard::FromUtf8(Text(object, "connection"));
+  for (const auto& [name, value] : ValuesOfReference(reference.value_or(std::string()))) {
+    parameters.emplace_back(drawboard::ToUtf8(name), drawboard::ToUtf8(value));
+  }
+  return parameters;
+}
+
+std::vector<std::pair<std::string, std::string>> ParametersOf(const DocumentJson& document,
+                                                              const std::string& objectName) {
+  const DocumentJson* object = FindObject(document, objectName);
+  if (object == nullptr) return {};
+  return ParametersOf(*object);
+}
+
 std::optional<std::string> ParameterOf(const DocumentJson& document,
                                        const std::vector<std::string>& objectNames,
                                        const std::string& parameter) {
   for (const std::string& name : objectNames) {
     const DocumentJson* object = FindObject(document, name);
     if (object == nullptr) continue;
-    const auto found = (*object)["parameters"].find(parameter);
-    if (found != (*object)["parameters"].end()) return found->get<std::string>();
+    const DocumentJson& own = (*object)["parameters"];
+    if (const auto found = own.find(parameter); found != own.end())
+      return found->get<std::string>();
+    if (!own.empty()) continue;
+    for (auto& [each, value] : ParametersOf(*object)) {
+      if (each == parameter) return std::move(value);
+    }
   }
   return std::nullopt;
 }

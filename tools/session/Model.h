@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "drawboard/OrderedJson.h"
@@ -26,7 +27,7 @@ int ChangesOf(const DocumentJson& document, const std::string& objectName);
 // Present protocol identifier of an object, empty when there is no such object.
 std::string ProtocolOf(const DocumentJson& document, const std::string& objectName);
 
-// Words and texts of an object, empty when there is no such object.
+// Words and texts of an object (UTF-8), empty when there is no such object.
 std::string KindOf(const DocumentJson& document, const std::string& objectName);
 std::string ConnectionOf(const DocumentJson& document, const std::string& objectName);
 
@@ -35,6 +36,12 @@ const char* MassUnitOf(const DocumentJson& document);
 
 // Name of the first object of that kind.
 std::optional<std::string> ObjectOfKind(const DocumentJson& document, const std::string& kind);
+
+// Name and value of each parameter of an object. What stands on a sheet has none in the CAD: they
+// are those that its reference text carries.
+std::vector<std::pair<std::string, std::string>> ParametersOf(const DocumentJson& object);
+std::vector<std::pair<std::string, std::string>> ParametersOf(const DocumentJson& document,
+                                                              const std::string& objectName);
 
 // Value of a parameter of the first of the objects that has one of that name.
 std::optional<std::string> ParameterOf(const DocumentJson& document,

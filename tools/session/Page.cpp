@@ -92,16 +92,6 @@ Json Value(const std::string& name, const std::string& value, const std::string&
       {"name", name}, {"value", value}, {"unit", unit}, {"meaning", meaning}, {"formula", formula}};
 }
 
-// What stands on a sheet has no parameters in the CAD: it shows those that its reference carries.
-Json ParametersOf(const Json& object, const std::string& reference) {
-  Json parameters = object.value("parameters", Json::object());
-  if (!parameters.empty()) return parameters;
-  for (const auto& [name, value] : ValuesOfReference(Bytes(reference))) {
-    parameters[ToUtf8(name)] = ToUtf8(value);
-  }
-  return parameters;
-}
-
 // What the CAD added comes from no calculation.
 void PutParameters(Json& shown, const Json& object, const std::string& reference) {
   const Notes notes(reference);
@@ -112,10 +102,9 @@ void PutParameters(Json& shown, const Json& object, const std::string& reference
     return notes.Formula(name).empty() ? "inputs" : "results";
   };
   for (const char* group : {"inputs", "results", "added", "foreign"}) shown[group] = Json::array();
-  const Json parameters = ParametersOf(object, reference);
-  for (const auto& [name, value] : parameters.items()) {
-    shown[groupOf(name)].push_back(Value(name, value.get<std::string>(), notes.Unit(name),
-                                         notes.Meaning(name), notes.Formula(name)));
+  for (const auto& [name, value] : ParametersOf(object)) {
+    shown[groupOf(name)].push_back(
+        Value(name, value, notes.Unit(name), notes.Meaning(name), notes.Formula(name)));
   }
 }
 

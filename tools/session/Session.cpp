@@ -28,7 +28,6 @@ constexpr const char* kFeatureExtension = "dbf";
 constexpr const char* kSettingsName = "Drawboard";
 constexpr const char* kModuleKey =
     "Software\\Kestrova\\Vantorel\\RegistryVersion11.0\\Brastolinex\\";
-constexpr const char* kDocuments = "\\Drawboard\\Document";
 constexpr const char* kWorkspace = "\\Drawboard\\Workspace";
 
 // Toolbar commands, and shared parts that keep their identity at a change.
@@ -148,10 +147,24 @@ void Session::RunSteps() {
   SaveDocument();
 }
 
-// As the designer does at the end of his work; the CAD then also writes what others open.
+// As the designer does at the end of his work; the CAD then also writes what others open, which
+// takes as long as many steps.
 void Session::SaveDocument() {
-  Require(cad.call.Drawboard_SaveDocument(""), "The CAD cannot save the document");
+  cad.call.Drawboard_WatchSaving(&Session::OnSaving, this);
+  const int saved = cad.call.Drawboard_SaveDocument("");
+  cad.call.Drawboard_WatchSaving(nullptr, nullptr);
+  if (saved == 0 && watcher.interrupted && watcher.interrupted()) throw SessionInterrupted();
+  Require(saved, "The CAD cannot save the document");
   if (watcher.tell) watcher.tell("The CAD has saved the document");
+}
+
+int Session::OnSaving(void* session, int made, int count, const char* name) {
+  const SessionWatcher& watcher = static_cast<const Session*>(session)->watcher;
+  if (watcher.progress) {
+    watcher.progress(static_cast<std::size_t>(made) + 1, static_cast<std::size_t>(count),
+                     fmt::format("saving {}", ToUtf8(name)));
+  }
+  return watcher.interrupted && watcher.interrupted() ? 0 : 1;
 }
 
 void Session::RunStep(const Step& step) {

@@ -54,6 +54,7 @@ class Session {
   void KeepDocument();
   void BeginDocument();
   void SaveDocument();
+  static int QM_CDECL OnSaving(void* session, int made, int count, const char* name);
   void LogIn();
   void LogOut();
   void AwaitHostEnd();
@@ -82,13 +83,25 @@ class Session {
   // The add-in hands the protocol of an object to the module, which puts it into the store.
   void Obtain(const std::string& objectName);
   // As a user does who opens the calculation behind an object, the first of those: the add-in hands
-  // the protocols of all that belongs to it to the module, then lets the host show it.
-  void ShowCalculationOf(const Names& objects);
-  // The same with other values; `objects` must follow. Their calculation has that data-file type.
-  void Recalculate(const std::string& calculation, const Names& objects, const Inputs& inputs);
-  std::string OlderReference(const OldPart& part);
-  // Whether an object has these values already.
+  // the protocols of all that belongs to it to the module, then lets the host show it, in another
+  // standard when one is named.
+  void ShowCalculationOf(const Names& objects, const std::string& standard = {});
+  // The same with other values, and in another standard when one is named; `objects` must follow.
+  // Their calculation has that data-file type.
+  void Recalculate(const std::string& calculation, const Names& objects, const Inputs& inputs,
+                   const std::string& standard = {});
+  // The user chooses another standard in the window of the calculation behind the objects.
+  void ChooseStandard(const Names& objects, const std::string& standard);
+  // Whether the objects have these values, or this standard, already.
   bool HasInputs(const Names& objects, const Inputs& inputs);
+  bool HasStandard(const Names& objects, const std::string& standard);
+  std::string OlderReference(const OldPart& part);
+  // Puts the part into the document, converted and calculated.
+  struct Opened;
+  Opened OpenOlderPart(const OldPart& part);
+  // What the part's calculation would be given when it is opened once more, and then changed as the
+  // job says.
+  Inputs InputsOfOlderPart(const OldPart& part);
 
   // --- drawings (DrawingSteps.cpp) ---
   struct Sheet;
@@ -153,6 +166,9 @@ class Session {
 };
 
 // --- what the files of the steps share ---
+
+// Folder of the CAD's documents on the machine's drive.
+inline constexpr const char* kDocuments = "\\Drawboard\\Document";
 
 // For people: names, each in quotation marks.
 std::string ListOf(const std::vector<std::string>& names);
