@@ -34,10 +34,17 @@ void RefreshPart(const PartServices& services, const std::string& reference) {
   WorkingCopy copy(services);
   if (!copy.Open(reference, false) || !copy.Protocol().IsReady()) return;
   VXProtocol& protocol = copy.Protocol();
-  if (!CarriesExtendedData(protocol) || !UpdateByHost(services, protocol)) return;
-  if (const auto part = CreatePartForProtocol(services, protocol)) part->Update();
-  const std::string id = copy.Keep();
-  if (!services.session.groupManager) VXProtocol::EraseById(services.protocols, id);
+  if (!CarriesExtendedData(protocol)) return;
+  const std::string id = protocol.GetProtocolID();
+  if (UpdateByHost(services, protocol)) {
+    if (const auto part = CreatePartForProtocol(services, protocol)) part->Update();
+    copy.Keep();
+  }
+  // The host may have shown it meanwhile.
+  if (!services.session.groupManager &&
+      VXProtocol::ProtocolExists(services.protocols, id) != QM_PROTOCOL_HELD_BY_CALCULATION) {
+    VXProtocol::EraseById(services.protocols, id);
+  }
 }
 
 }  // namespace

@@ -92,9 +92,12 @@ int Recalculate(const CommandContext& context, ViewRule rule) {
   if (BelongsToBoltedConnection(protocol)) return RecalculateBoltedConnection(services, protocol);
   if (protocol.GetNewView() != 0) {
     if (rule == ViewRule::SourceCalculation) return RecalculateSource(services, protocol);
-    if (rule == ViewRule::NoViewAnyMore) DetachView(protocol);
+    if (rule == ViewRule::NoViewAnyMore) {
+      DetachView(protocol);
+    } else if (!ObtainSourceOfView(services, protocol)) {
+      return 0;
+    }
   }
-  if (!PrepareView(services, protocol)) return 0;
   return ShowForRecalculation(services, selected);
 }
 

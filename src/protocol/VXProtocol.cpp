@@ -165,8 +165,8 @@ int VXProtocol::CreateNew() {
   if (!Open(BlankIdentifier())) return 0;
   const std::string id = protocolId;
   if (Open(id)) return 1;
-  // It is open in the store since it was made, and nobody else knows of it.
-  CloseById(context, id);
+  // It is in the store since it was made, open, and nobody else knows of it.
+  if (!EraseById(context, id)) CloseById(context, id);
   return 0;
 }
 

@@ -24,6 +24,7 @@ std::function<int()> BeginStart(RoadTest& test) {
 
 std::vector<Road> AllRoads() {
   std::vector<Road> roads = Roads();
+  for (const Road& road : RoadsWithoutDialogs()) roads.push_back(road);
   roads.push_back({"Login", BeginLogin});
   roads.push_back({"Start", BeginStart});
   return roads;

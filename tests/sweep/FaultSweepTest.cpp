@@ -3,6 +3,7 @@
 // must be closed again.
 #include <algorithm>
 
+#include "FailingCalls.h"
 #include "OpenHandles.h"
 #include "RoadTest.h"
 
@@ -28,22 +29,6 @@ std::vector<std::string> WithoutRepeats(std::vector<std::string> lines) {
   };
   lines.erase(std::unique(lines.begin(), lines.end(), isRepeat), lines.end());
   return lines;
-}
-
-// The call that fails, counted from 1; 0: none.
-struct Fault {
-  int number = 0;
-  Mode mode = Mode::Once;
-  int calls = 0;
-} fault;
-
-int QM_CDECL CountAndRefuse(const char* function) {
-  ++fault.calls;
-  if (fault.number == 0) return 0;
-  if (fault.mode == Mode::Once) return fault.calls == fault.number ? 1 : 0;
-  if (fault.calls < fault.number) return 0;
-  if (function == std::string_view("host 16")) EndWait();
-  return 1;
 }
 
 // A host in a process of its own has a journal of its own, and its calls do not fail here.

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "RoadContents.h"
 #include "Roads.h"
 #include "platform/Messages.h"
 #include "platform/Profile.h"
@@ -26,7 +27,7 @@ constexpr const char* kKeywords[][3] = {
 
 constexpr const char* kGlobals[][2] = {
     {"TypeOfPart", "9"}, {"Caption", "Shaft"}, {"Model", "Shaft"}, {"Path", "C:\\Models"},
-    {"Changed", "0"},    {"WDOperation", "0"}, {"Unit", "mm"},
+    {"Changed", "0"},    {"WDOperation", "0"}, {"Unit", "mm"},     {"ReallyScan", "1"},
 };
 
 // What is written stands last in a call and is not looked at here.
@@ -50,14 +51,9 @@ std::string StorageLine(int call, const std::string& function) {
   return line;
 }
 
-// --- what the roads meet ---
+}  // namespace
 
-struct Keyword {
-  const char* section;
-  const char* keyword;
-  std::string value;
-};
-using Keywords = std::vector<Keyword>;
+// --- what the roads meet ---
 
 // A calculated shaft in which every keyword that the roads read is there, but for those that the
 // roads take as missing.
@@ -67,14 +63,18 @@ void FillShaft(Record& record, const Keywords& more) {
   }
   for (const auto& [item, value] : kGlobals) record.SetGlobal(item, value);
   record.SetParameter("mass", "2.5", "kg").SetModelId("Shaft").SetViewKey("MODEL");
-  for (const auto& [section, keyword, value] : more) record.SetKeyWord(section, keyword, value);
+  for (const auto& [section, keyword, value] : more) {
+    record.SetKeyWord(section, keyword.c_str(), value);
+  }
 }
 
-std::string MakeShaft(const Keywords& more = {}) {
+std::string MakeShaft(const Keywords& more) {
   Record record;
   FillShaft(record, more);
   return record.Id();
 }
+
+namespace {
 
 struct OldValue {
   const char* name;
@@ -94,12 +94,13 @@ const Keywords kReadBack = {{"Cadx", "CADVars", "a"}, {"Data", "a", "1"}};
 constexpr const char* kNewList = "b,2";
 const Keyword kPartName = {"Cadx", "PartName", "Shaft"};
 
+}  // namespace
+
 void Answer(const std::string& key, const std::string& answer) {
   strict::Core().Strict_SetAnswer(key.c_str(), answer.c_str());
 }
 
-// Reference text of a protocol that the CAD alone has.
-std::string Reference(Keywords more) {
+std::string Reference(const Keywords& more) {
   std::string reference;
   std::string id;
   {
@@ -112,15 +113,35 @@ std::string Reference(Keywords more) {
   return reference;
 }
 
-void Select() {
+std::string PutIntoCad(const Keywords& more) {
+  const std::string reference = Reference(more);
+  const std::string id = reference.substr(0, reference.find("<@PID>"));
+  Answer("GetProtocol(" + id + ").text", reference);
+  return id;
+}
+
+void Select(const Keywords& more) {
   Keywords keywords = kReadBack;
   keywords.push_back({"Main", "DataFile", "KEELDATA|SPRING"});
   keywords.push_back({"Cadx", "NewView", "0"});
+  keywords.insert(keywords.end(), more.begin(), more.end());
   const std::string reference = Reference(keywords);
   Answer("GetPart.partName", "Spring:1");
   Answer("GetPart.text", reference);
   Answer("GetProtocol(Spring:1).text", reference);
 }
+
+std::string Alternate(std::string reference) {
+  for (const auto& [standard, alternate] :
+       {std::pair{"<@PID>", "<@GMHPID>"}, std::pair{"<@EL>", "<@GMHEL>"}}) {
+    for (std::size_t at; (at = reference.find(standard)) != std::string::npos;) {
+      reference.replace(at, std::string(standard).size(), alternate);
+    }
+  }
+  return reference;
+}
+
+namespace {
 
 // --- how each begins ---
 
@@ -211,13 +232,7 @@ Walk BeginTypeOfProtocol(RoadTest& test) {
 }
 
 Walk BeginBoltedProtocols(RoadTest& test) {
-  std::string main = Reference({{"MCWParts", "Bolt", "B1"}});
-  for (const auto& [standard, alternate] :
-       {std::pair{"<@PID>", "<@GMHPID>"}, std::pair{"<@EL>", "<@GMHEL>"}}) {
-    for (std::size_t at; (at = main.find(standard)) != std::string::npos;) {
-      main.replace(at, std::string(standard).size(), alternate);
-    }
-  }
+  const std::string main = Alternate(Reference({{"MCWParts", "Bolt", "B1"}}));
   return [&test, reference = Reference({{"MCWData", "MCWMainProt", main}})] {
     Handed out;
     return test.Module().GetAllMCWProtocolIDs(reference.c_str(), out.reference.data(), &out.number);

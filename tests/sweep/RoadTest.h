@@ -20,6 +20,8 @@ struct Road {
 };
 
 std::vector<Road> Roads();
+// Of those whose reports are not written down call by call.
+std::vector<Road> RoadsWithoutDialogs();
 
 class RoadTest : public Contract {
  public:
@@ -28,6 +30,7 @@ class RoadTest : public Contract {
   // A command that waits in the queue.
   std::function<int()> Queued(int number);
   const Exports& Module() const { return module; }
+  HostSide& Host() { return host; }
 
  protected:
   RoadTest();

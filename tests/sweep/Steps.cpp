@@ -96,7 +96,13 @@ Procedure Open(const std::string& onFailure) {
 
 Procedure Close() { return Store("Com_CloseProtocol"); }
 
-// An object that cannot erase its protocol closes it.
+// What cannot be erased is closed.
+Procedure EraseById() {
+  Procedure erase = Call("Com_EraseProtocol");
+  erase.front().onSuccess = "erased";
+  return Block({erase, Call("Com_CloseProtocol"), Label("erased")});
+}
+
 Procedure Erase() {
   Procedure erase = Store("Com_EraseProtocol", "", "", Effect::Erases);
   erase.front().onSuccess = "erased";
@@ -105,12 +111,11 @@ Procedure Erase() {
 
 // --- protocols ---
 
-// The object had none before. What was made and cannot be opened again is closed.
+// The object had none before. What was made and cannot be opened again is erased.
 Procedure CreateNew(const std::string& onFailure) {
-  return Block({Close(),
-                Store("Com_OpenProtocol", "Cannot open protocol.", onFailure, Effect::Creates),
-                Open("made"), Jump("usable"), Named("made", Call("Com_CloseProtocol")),
-                Jump(onFailure), Label("usable")});
+  return Block(
+      {Close(), Store("Com_OpenProtocol", "Cannot open protocol.", onFailure, Effect::Creates),
+       Open("made"), Jump("usable"), Named("made", EraseById()), Jump(onFailure), Label("usable")});
 }
 
 // What the store holds under that identifier is thrown away.
