@@ -5,7 +5,7 @@
 #include <cstring>
 #include <functional>
 
-#include "Machine.h"
+#include "Contract.h"
 #include "platform/Modules.h"
 
 namespace quillmar::contract {
@@ -188,5 +188,20 @@ std::string Record::Reference() const {
 int StateOf(const std::string& id) { return Com().Com_IsProtocolExists(id.c_str()); }
 
 void Erase(const std::string& id) { EXPECT_NE(Com().Com_EraseProtocol(id.c_str()), 0) << id; }
+
+std::set<std::string> ListedProtocols() {
+  using List = int(QM_CDECL*)(const char* const**, int*);
+  const auto list = reinterpret_cast<List>(
+      platform::FindFunction(SuiteLibrary("Keelcomm.dll"), "Keelcomm_ListProtocols"));
+  const char* const* ids = nullptr;
+  int count = 0;
+  EXPECT_EQ(list(&ids, &count), 1);
+  return {ids, ids + count};
+}
+
+int StoredProtocols() {
+  return kStrictCompanions ? strict::Core().Strict_StoredProtocols()
+                           : static_cast<int>(ListedProtocols().size());
+}
 
 }  // namespace quillmar::contract

@@ -1,6 +1,7 @@
 // Protocols as another user of the storage library sees them.
 #pragma once
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,5 +60,8 @@ class Record {
 // 0 missing, 1 open in this process, 2 closed, 3 held by a calculation.
 int StateOf(const std::string& id);
 void Erase(const std::string& id);
+// Protocols in the store, and the identifiers that the suite's own store lists.
+int StoredProtocols();
+std::set<std::string> ListedProtocols();
 
 }  // namespace quillmar::contract

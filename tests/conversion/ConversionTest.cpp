@@ -1,4 +1,6 @@
 // Protocols of one layout become protocols of the other, on the real store.
+#include <random>
+
 #include "PartsWorld.h"
 #include "base/RegistryKey.h"
 #include "conversion/ProtocolConverter.h"
@@ -118,6 +120,80 @@ TEST_F(ConversionTest, ParametersFollowTheKind) {
     EXPECT_EQ(State(p), std::to_string(row.to == 0 ? 2 : row.to) + ".0 V") << row.dataFile;
     for (const auto& [name, value] : row.after) {
       EXPECT_EQ(GetParam(p, name), value) << row.dataFile << " " << name;
+    }
+  }
+}
+
+// What belongs together, written here a second time.
+struct Kind {
+  const char* dataFile;
+  std::vector<std::pair<std::string, std::string>> moved;  // old, current
+  std::vector<std::string> cleared;                        // on the way down
+  // Current name of a value that goes up as its integer and stays under the old name.
+  std::string copied = "";
+};
+
+const Kind kKinds[] = {
+    {"SPRING", {}, {"xxDimIncrement"}},
+    {"GEAR1",
+     {{"IT", "stupenPresnosti"}},
+     {"gama", "deltaAlfa1", "deltaAlfa2", "Fa1", "Fa2"},
+     "stupenPresnosti"},
+    {"GEAR2",
+     {{"cas", "cs"}},
+     {"snm1", "snm2", "bNavrh", "mNavrh", "cMax", "co1", "co2", "cd1", "cd2", "pk", "Fa1", "Fa2"}},
+    {"GEAR3",
+     {{"has", "ha*"}, {"cas", "c*"}},
+     {"flagB1", "flagB2", "dw1", "hs1", "hs2", "ha2", "hf2", "sigmaF", "sigmaH", "xxDimIncrement"}},
+};
+
+// The calculation changes what came up, adds results of its own and keeps nothing of the old names.
+TEST_F(ConversionTest, WhatGoesUpComesDownWithWhatWasChanged) {
+  const std::string kNothing = " ";
+  for (const Kind& kind : kKinds) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+      SCOPED_TRACE(kind.dataFile + std::to_string(seed));
+      std::mt19937 random(seed);
+      const auto any = [&] { return std::to_string(random() % 1000) + "." + std::to_string(seed); };
+      const std::string p = Make(kind.dataFile, 1, 0, "V");
+      std::map<std::string, std::string> down = {{"z", any() + " mm"}, {"free", any() + " ND"}};
+      const auto put = [&](const std::string& name, const std::string& value, const char* unit) {
+        VXProtocol(protocols, p).PutDataParam(name, value, unit);
+      };
+      for (const auto& [name, text] : down) {
+        put(name, text.substr(0, text.find(' ')), text.substr(text.find(' ') + 1).c_str());
+      }
+      std::vector<std::pair<std::string, std::string>> present;
+      for (const auto& names : kind.moved) {
+        if (random() % 4 == 0) continue;  // an old calculation may not have had it
+        present.push_back(names);
+        put(names.first, any(), "in");
+      }
+      std::map<std::string, std::string> old;
+      for (const auto& names : present) old[names.first] = GetParam(p, names.first.c_str());
+
+      EXPECT_EQ(Convert(p, 0), 1);
+      EXPECT_EQ(State(p), "2.0 V");
+      for (const auto& [before, current] : present) {
+        const std::string& value = old[before];
+        const bool stays = current == kind.copied;
+        EXPECT_EQ(GetParam(p, current.c_str()),
+                  stays ? value.substr(0, value.find('.')) + " in" : value);
+        EXPECT_EQ(GetParam(p, before.c_str()), stays ? value : kNothing);
+        put(before, "", "");
+        const std::string changed = any();
+        put(current, changed, "mm");
+        down[before] = changed + " mm";
+        down[current] = kNothing;
+      }
+      for (const std::string& name : kind.cleared) {
+        put(name, any(), "mm");
+        down[name] = kNothing;
+      }
+
+      EXPECT_EQ(Convert(p, 1), 1);
+      EXPECT_EQ(State(p), "1.0 V");
+      for (const auto& [name, text] : down) EXPECT_EQ(GetParam(p, name.c_str()), text) << name;
     }
   }
 }

@@ -57,16 +57,6 @@ class Soak : public Calculation {
  protected:
   using Ids = std::set<std::string>;
 
-  static Ids Stored() {
-    using List = int (*)(const char* const**, int*);
-    const auto list = reinterpret_cast<List>(platform::FindFunction(
-        platform::FindLoadedModule("Keelcomm.dll"), "Keelcomm_ListProtocols"));
-    const char* const* ids = nullptr;
-    int count = 0;
-    EXPECT_EQ(list(&ids, &count), 1);
-    return {ids, ids + count};
-  }
-
   void Run(int number) {
     EXPECT_EQ(module.CallUTFunction(number), 1);
     platform::PumpMessages();
@@ -85,7 +75,7 @@ class Soak : public Calculation {
     host.Forget();
     platform::Machine::Current().DebugLines().clear();
     platform::Machine::Current().Shown().clear();
-    const Ids before = Stored();
+    const Ids before = ListedProtocols();
 
     const std::string inserted = Calculated(kShaft);
     host.Finish(QM_CALLBACK_NEW_PART, inserted);
@@ -100,11 +90,11 @@ class Soak : public Calculation {
     EXPECT_EQ(module.CopyProtocol(reference.c_str(), newId, newReference.data()), 1);
     Ids expected = before;
     expected.insert({inserted, newId});
-    EXPECT_EQ(Stored(), expected);
+    EXPECT_EQ(ListedProtocols(), expected);
 
     Select(reference);
     Run(kCopyCommand);
-    Ids made = Stored();
+    Ids made = ListedProtocols();
     EXPECT_EQ(made.size(), expected.size() + 1) << "the command's copy";
 
     std::string old;
@@ -120,12 +110,12 @@ class Soak : public Calculation {
     Run(kUpdateCommand);
     EXPECT_EQ(Record(old).Version(), "2.0");
     made.insert(old);
-    EXPECT_EQ(Stored(), made);
+    EXPECT_EQ(ListedProtocols(), made);
 
     for (const std::string& id : made) {
       if (before.count(id) == 0) Erase(id);
     }
-    EXPECT_EQ(Stored(), before);
+    EXPECT_EQ(ListedProtocols(), before);
   }
 };
 
