@@ -161,6 +161,33 @@ BENCHMARK(ScanAlone)
     ->Complexity(benchmark::oN)
     ->Unit(benchmark::kMillisecond);
 
+// Each links to the two behind it and back to the one before it, the last ones to the first: there
+// is a circle at every step, and one through all.
+int circleLength = 0;
+short QM_STDCALL CirclesOf(const char* id, const char*, char* list) {
+  std::string children;
+  for (const int step : {1, 2, circleLength - 1}) {
+    children += ChainId((NumberOf(id) + step) % circleLength) + ";";
+  }
+  std::strcpy(list, children.c_str());
+  return 1;
+}
+
+void ScanOfCircles(benchmark::State& state) {
+  circleLength = Count(state);
+  StorageTable storage = InstantStorage({});
+  storage.Com_GetKeyList.pointer = &CirclesOf;
+  storage.Com_GetProtocolCount.pointer = &NoMembers;
+  Alone(state, storage, ChainDriver(),
+        [&](const ModuleWorld& world) { Scan(world, Count(state)); });
+}
+BENCHMARK(ScanOfCircles)
+    ->Arg(100)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Complexity(benchmark::oN)
+    ->Unit(benchmark::kMillisecond);
+
 // The children are in the store, where the scan leaves them, and the CAD's texts carry the same.
 Ids chainTexts;
 int QM_CDECL GetStored(const char* part, char* text, int* size) {

@@ -17,6 +17,8 @@ constexpr double kMargin = 0.05;      // around the picture, as a part of its la
 constexpr double kLineWidth = 0.004;  // the same
 constexpr double kChainDash = 0.03;   // the same
 constexpr double kArcStep = 5;        // degrees between two points of an arc
+// Farther away nothing is drawn, and differences would not be numbers any more.
+constexpr double kFarthest = 1e15;
 constexpr const char* kChainLayer = "CENTRE";
 
 // An entity: its groups by code, the last one of several.
@@ -32,7 +34,7 @@ struct Entity {
       const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
       std::from_chars(text.data() + begin, text.data() + text.size(), value);
     }
-    return std::isfinite(value) ? value : 0;
+    return std::abs(value) <= kFarthest ? value : 0;
   }
   // The lowest bit of a number of flags.
   bool IsFlagged(int code) const { return std::fmod(std::trunc(Number(code)), 2) != 0; }
