@@ -2,7 +2,9 @@
 // calculation, and what the CAD side is told.
 #include <gmock/gmock.h>
 
+#include <cstring>
 #include <fstream>
+#include <utility>
 
 #include "TestMachine.h"
 #include "hexaplan/host/HostObject.h"
@@ -552,17 +554,22 @@ TEST_F(HostTest, EndsWhenItIsAskedTo) {
   EXPECT_EQ(ends, 1);
 }
 
-// The sender stores the request only after it has sent it.
-TEST_F(HostTest, WaitsForAnExitRequestThatIsNotStoredYet) {
-  host.OnNotification(5000, "LATEREQUEST");
-  char id[QM_PROTOCOL_ID_BUFFER] = "LATEREQUEST";
-  ASSERT_EQ(store.Functions().Com_OpenProtocol(id), 1);
-  store.Functions().Com_PutGlobalData(id, "Exit", "1");
-  ASSERT_NE(store.Functions().Com_CloseProtocol(id), 0);
+// The senders store their requests only after they have sent them; none is left in the store.
+TEST_F(HostTest, WaitsForExitRequestsThatAreNotStoredYet) {
+  const std::pair<const char*, const char*> requests[] = {{"GROUPMANAGER", "0"}, {"CAD", "1"}};
+  for (const auto& request : requests) host.OnNotification(5000, request.first);
+  for (const auto& [name, answer] : requests) {
+    char id[QM_PROTOCOL_ID_BUFFER] = {};
+    std::strcpy(id, name);
+    ASSERT_EQ(store.Functions().Com_OpenProtocol(id), 1);
+    store.Functions().Com_PutGlobalData(id, "Exit", answer);
+    ASSERT_NE(store.Functions().Com_CloseProtocol(id), 0);
+  }
   EXPECT_EQ(ends, 0);
   const auto begin = platform::TickCount();
   while (ends == 0 && platform::TickCount() - begin < 5000) platform::PumpMessages();
   EXPECT_EQ(ends, 1);
+  for (const auto& request : requests) EXPECT_FALSE(store.Exists(request.first)) << request.first;
 }
 
 TEST_F(HostTest, FaultsOnOrder) {

@@ -195,30 +195,40 @@ AutomationResult HostObject::Call(int identifier, const AutomationArguments& arg
 
 void HostObject::OnNotification(int number, const std::string& protocolId) {
   if (number != kExitRequest) return;
-  if (exitTimer != 0) platform::StopTimer(exitTimer);
-  exitTimer = 0;
-  HandleExitRequest(protocolId, kExitTries);
+  exitRequests.push_back({protocolId, kExitTries});
+  HandleExitRequests();
 }
 
-void HostObject::HandleExitRequest(const std::string& protocolId, int tries) {
-  const std::string answer = ExitAnswer(protocolId);
-  if (answer.empty()) {
+// Sessions that end one after the other, such as that of the group manager and the CAD's own, may
+// ask within one pause. Each request is answered before any of them ends the process.
+void HostObject::HandleExitRequests() {
+  bool ends = false;
+  for (auto request = exitRequests.begin(); request != exitRequests.end();) {
+    const std::string answer = ExitAnswer(request->protocolId);
     // The sender closes the protocol, and so stores it, only after it has sent the notification.
-    if (tries == 0) return;
-    exitTimer = platform::StartTimer(kExitPause, [this, protocolId, tries](std::uintptr_t) {
-      exitTimer = 0;
-      HandleExitRequest(protocolId, tries - 1);
-    });
-    return;
+    if (answer.empty() && request->tries-- > 0) {
+      ++request;
+      continue;
+    }
+    if (!answer.empty()) {
+      // It was made for this notification alone.
+      store.Erase(request->protocolId);
+      session = {};
+      finished.clear();
+      ends = ends || answer == "1";
+    }
+    request = exitRequests.erase(request);
   }
-  // It was made for this notification alone.
-  store.Erase(protocolId);
-  session = {};
-  finished.clear();
-  if (answer != "1") return;
-  // This object may be gone when that returns.
-  const auto endProcess = process.end;
-  endProcess();
+  if (ends) {
+    // This object may be gone when that returns.
+    const auto endProcess = process.end;
+    endProcess();
+  } else if (!exitRequests.empty() && exitTimer == 0) {
+    exitTimer = platform::StartTimer(kExitPause, [this](std::uintptr_t) {
+      exitTimer = 0;
+      HandleExitRequests();
+    });
+  }
 }
 
 std::string HostObject::ExitAnswer(const std::string& protocolId) const {

@@ -102,7 +102,7 @@ class HostObject {
   // Runs it for its values alone. 1 when that worked.
   int Recalculate(const std::string& protocolId);
 
-  void HandleExitRequest(const std::string& protocolId, int tries);
+  void HandleExitRequests();
   // What the protocol of an exit request says; empty while it is not stored.
   std::string ExitAnswer(const std::string& protocolId) const;
 
@@ -121,6 +121,12 @@ class HostObject {
   std::vector<std::string> calculated;   // everything that was calculated for the CAD, once each
   std::vector<std::string> unconverted;  // shown, but in the older layout
   bool solving = false;
+
+  struct ExitRequest {
+    std::string protocolId;
+    int tries;  // that are left until its protocol has to be stored
+  };
+  std::vector<ExitRequest> exitRequests;
   std::uintptr_t exitTimer = 0;
 };
 
