@@ -72,6 +72,10 @@ std::string Inputs::Shown(double value, const char* unit) const {
   return NumberText(value / FactorOf(unit, units));
 }
 
+std::string Inputs::ShownWithUnit(double value, const char* unit) const {
+  return Shown(value, unit) + " " + UnitName(unit, units);
+}
+
 std::string Inputs::LimitsText(const Field& field) const {
   std::string text = Shown(field.least, field.unit) + " to " + Shown(field.most, field.unit);
   if (std::string_view(field.unit) != "ND") text += std::string(" ") + UnitName(field.unit, units);

@@ -82,6 +82,8 @@ class Inputs {
 
   // A metric value as a text in the units of this run, without the unit's name.
   std::string Shown(double value, const char* unit) const;
+  // The same with the unit's name.
+  std::string ShownWithUnit(double value, const char* unit) const;
 
   // Everything read so far, in the order of reading.
   const std::vector<DataParameter>& Parameters() const { return parameters; }

@@ -14,6 +14,7 @@ struct Material {
   double elasticity;        // MPa
   double shearModulus;      // MPa
   double yieldStrength;     // MPa
+  double tensileStrength;   // MPa, of the core where the surface is hardened
   double rootEndurance;     // MPa, nominal bending endurance limit of a tooth root, pulsating
   double contactEndurance;  // MPa, endurance limit for contact pressure
 };

@@ -7,16 +7,17 @@
 #include <iterator>
 
 #include "hexaplan/calculation/Materials.h"
-#include "hexaplan/calculation/SteppedShaft.h"
+#include "hexaplan/calculation/ShaftElements.h"
 
 namespace hexaplan {
 
 namespace {
 
 constexpr Field kSections{"#spiCount", "ND", 3, 1, 50, "number of sections", true};
-constexpr Field kType{"#spiType", "ND", 1, 1, 17, "type of the section", true};
-constexpr Field kDiameter{"d", "mm", 40, 1, 3000, "diameter of the section"};
-constexpr Field kLength{"l", "mm", 50, 0.1, 20000, "length of the section"};
+constexpr Field kFillet{
+    "r", "mm",
+    0,   0,
+    500, "fillet radius at the shoulder behind the section, 0: a fiftieth of the smaller diameter"};
 constexpr Field kMaterial{"mat", "ND", 3, 1, kLastMaterial, "material", true};
 constexpr Field kSupports{"#spinSupports", "ND", 2, 2, 2, "number of bearings", true};
 constexpr Field kSupportSection{"PShaftID", "ND", 1, 1, 50, "section of the bearing", true};
@@ -37,11 +38,15 @@ constexpr Field kBendingZ{"ZM2", "Nm", 0, -1e7, 1e7, "bending moment in the plan
 constexpr Field kLineLoadY{"ZQ0", "N/mm", 0, 0, 0, "distributed loads are not calculated"};
 constexpr Field kLineLoadZ{"ZQ1", "N/mm", 0, 0, 0, "distributed loads are not calculated"};
 
-constexpr int kConeType = 5;
-
-std::string Numbered(const char* name, int number) {
-  return std::string(name) + "_" + std::to_string(number);
-}
+constexpr Field kTensile{"Rm", "MPa", 0, 0, 2500, "ultimate strength, 0: the material's"};
+constexpr Field kYield{"Re", "MPa", 0, 0, 2500, "yield strength, 0: the material's"};
+constexpr Field kSurface{
+    "surface", "ND", 2, 1, kLastSurface, "1 ground, 2 machined, 3 hot-rolled, 4 forged", true};
+constexpr Field kReliability{"reliability", "ND", 99, 50, 99.9999, "reliability in percent"};
+constexpr Field kRotates{
+    "rotates", "ND", 1, 0, 1, "1: the shaft turns in its loads, 0: they turn with it", true};
+constexpr Field kAlternating{
+    "Talt", "ND", 0, 0, 1, "part of the torque that alternates, 0: steady, 0.5: swelling"};
 
 // Lengths and places are stored with 8 digits, in inches too: a place at the end of the shaft may
 // come back beyond it by less than this part of its length.
@@ -74,17 +79,80 @@ double ReadPlace(Inputs& inputs, const Field& place, const Field& section, const
   return WithinRounding(x, sections);
 }
 
+// The material, or the strengths of one that is not in the list.
+Material ReadMaterial(Inputs& inputs) {
+  Material material = MaterialOf(inputs.ReadWhole(kMaterial));
+  if (const double given = inputs.Read(kTensile); given > 0) material.tensileStrength = given;
+  if (const double given = inputs.Read(kYield); given > 0) material.yieldStrength = given;
+  if (material.tensileStrength < material.yieldStrength) {
+    throw InputError(kTensile.name, "the ultimate strength of " +
+                                        inputs.ShownWithUnit(material.tensileStrength, "MPa") +
+                                        " is below the yield strength of " +
+                                        inputs.ShownWithUnit(material.yieldStrength, "MPa") + ".");
+  }
+  return material;
+}
+
+// The shoulder between two sections; an undercut that ends there makes its corner.
+void AddShoulder(Inputs& inputs, int number, double x, const ShaftElement& left,
+                 const ShaftElement& right, ShaftInput& shaft) {
+  const double before = left.section.EndDiameter();
+  const double after = right.section.diameter;
+  const std::string name = Numbered(kFillet.name, number);
+  if (before == after) {
+    if (inputs.IsOrdered(name)) {
+      throw InputError(name, "there is no shoulder behind section " + std::to_string(number) +
+                                 ": both diameters are " + inputs.ShownWithUnit(before, "mm") +
+                                 ".");
+    }
+    return;
+  }
+  double radius = inputs.Read(kFillet, number);
+  const bool rises = before < after;
+  const ShaftElement& thin = rises ? left : right;
+  if (radius > thin.section.length) {
+    throw InputError(name, "the fillet is longer than the section beside it, which is " +
+                               inputs.ShownWithUnit(thin.section.length, "mm") + " long.");
+  }
+  const Relief& relief = rises ? left.right : right.left;
+  double small = std::min(before, after);
+  if (relief.diameter > 0) {
+    small = relief.diameter;
+    radius = relief.radius;
+  }
+  if (radius == 0) radius = kSharpRadius * small;
+  shaft.notches.push_back(
+      {x, x, small, ShoulderNotch(std::max(before, after), small, radius), radius});
+}
+
 void ReadSections(Inputs& inputs, ShaftInput& shaft) {
   const int count = inputs.ReadWhole(kSections);
+  std::vector<ShaftElement> elements;
   for (int i = 1; i <= count; ++i) {
-    if (static_cast<int>(inputs.Read(kType, i)) == kConeType) {
-      throw InputError(Numbered(kType.name, i), "conical sections are not calculated.");
-    }
-    ShaftSection section;
-    section.diameter = inputs.Read(kDiameter, i);
-    section.length = inputs.Read(kLength, i);
-    shaft.sections.push_back(section);
+    elements.push_back(ReadShaftElement(inputs, i, shaft.fatigue.tensileStrength));
   }
+  double begin = 0.0;
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    ShaftElement& element = elements[i];
+    shaft.sections.push_back(element.section);
+    for (Notch notch : element.notches) {
+      notch.begin += begin;
+      notch.end += begin;
+      shaft.notches.push_back(notch);
+    }
+    begin += element.section.length;
+    if (i + 1 < elements.size()) {
+      AddShoulder(inputs, static_cast<int>(i) + 1, begin, element, elements[i + 1], shaft);
+    }
+  }
+}
+
+void ReadFatigue(Inputs& inputs, const Material& material, ShaftFatigue& fatigue) {
+  fatigue.tensileStrength = material.tensileStrength;
+  fatigue.surface = static_cast<Surface>(inputs.ReadWhole(kSurface));
+  fatigue.reliability = inputs.Read(kReliability) / 100.0;
+  fatigue.rotates = inputs.ReadWhole(kRotates) == 1;
+  fatigue.alternatingTorque = inputs.Read(kAlternating);
 }
 
 void ReadSupports(Inputs& inputs, ShaftInput& shaft) {
@@ -142,12 +210,46 @@ class ParameterList {
   std::vector<DataParameter> list;
 };
 
+double LargestDiameter(const ShaftInput& shaft) {
+  double largest = 0.0;
+  for (const ShaftSection& section : shaft.sections) {
+    largest = std::max({largest, section.diameter, section.EndDiameter()});
+  }
+  return largest;
+}
+
+// Notches from left to right, numbered from 1.
+void AddNotches(ParameterList& list, const ShaftInput& shaft, const ShaftResult& r) {
+  list.Set("ka", r.surfaceFactor, "ND");
+  list.Set("ke", r.reliabilityFactor, "ND");
+  const NotchResult* worst = nullptr;
+  for (std::size_t i = 0; i < r.notches.size(); ++i) {
+    const NotchResult& notch = r.notches[i];
+    const int number = static_cast<int>(i) + 1;
+    list.Set(Numbered("xN", number), notch.x, "mm");
+    list.Set(Numbered("dN", number), shaft.notches[i].diameter, "mm");
+    list.Set(Numbered("Kt", number), notch.theoretical.bending, "ND");
+    list.Set(Numbered("Kts", number), notch.theoretical.torsion, "ND");
+    list.Set(Numbered("Kf", number), notch.fatigue.bending, "ND");
+    list.Set(Numbered("Kfs", number), notch.fatigue.torsion, "ND");
+    list.Set(Numbered("Se", number), notch.endurance, "MPa");
+    if (notch.use <= 0.0) continue;
+    list.Set(Numbered("SD", number), 1.0 / notch.use, "ND");
+    if (worst == nullptr || notch.use > worst->use) worst = &notch;
+  }
+  if (worst == nullptr) return;
+  list.Set("SD", 1.0 / worst->use, "ND");
+  list.Set("xSD", worst->x, "mm");
+}
+
 std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput& shaft,
                                          const Material& material, const ShaftResult& r) {
   ParameterList list(inputs.Parameters());
   list.Set("E", material.elasticity, "MPa");
   list.Set("G", material.shearModulus, "MPa");
   list.Set("ro", material.density, "kg/m3");
+  list.Set("Sut", material.tensileStrength, "MPa");
+  list.Set("Sy", material.yieldStrength, "MPa");
   for (int j = 0; j < 2; ++j) {
     list.Set(Numbered("PX", j), shaft.support[j], "mm");
     list.Set(Numbered("PF0", j), shaft.axialSupport == j ? r.reactionX : 0.0, "N");
@@ -158,12 +260,8 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput&
   for (std::size_t k = 0; k < shaft.loads.size(); ++k) {
     list.Set(Numbered("ZX", static_cast<int>(k)), shaft.loads[k].x, "mm");
   }
-  const double largest =
-      std::max_element(shaft.sections.begin(), shaft.sections.end(),
-                       [](const auto& a, const auto& b) { return a.diameter < b.diameter; })
-          ->diameter;
   list.Set("Length", r.length, "mm");
-  list.Set("dMax", largest, "mm");
+  list.Set("dMax", LargestDiameter(shaft), "mm");
   list.Set("MbMax", r.maxMoment, "Nm");
   list.Set("xMbMax", r.maxMomentAt, "mm");
   list.Set("TMax", r.maxTorque, "Nm");
@@ -175,12 +273,15 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput&
   list.Set("yMax", r.maxDeflection, "mm");
   list.Set("xyMax", r.maxDeflectionAt, "mm");
   list.Set("fi", r.twist, "deg");
+  AddNotches(list, shaft, r);
   list.Set("xCentre", r.centreOfMass, "mm");
   list.Set("mass", r.mass, "kg");
   return list.Take();
 }
 
 const ValueNote kResults[] = {
+    {"Sut", "ultimate strength", "as given, else of the material"},
+    {"Sy", "yield strength", "as given, else of the material"},
     {"E", "elasticity", "of the material"},
     {"G", "shear modulus", "of the material"},
     {"ro", "density", "of the material"},
@@ -197,7 +298,23 @@ const ValueNote kResults[] = {
     {"tau", "largest torsion stress", "Saint-Venant: 16 T / (pi d^3)"},
     {"sigmaRed", "largest equivalent stress", "von Mises: (sigma^2 + 3 tau^2)^0.5"},
     {"xSigmaRed", "where it is", "place of the maximum"},
-    {"SY", "safety against yielding", "Re / sigmaRed"},
+    {"SY", "safety against yielding", "Sy / sigmaRed"},
+    {"ka", "surface factor of fatigue", "Marin, Shigley 6-19: a Sut^b"},
+    {"ke", "reliability factor of fatigue", "Marin, Shigley 6-29: 1 - 0.08 za"},
+    {"xN_i", "place of the notch where it is worst", "place of the least safety"},
+    {"dN_i", "diameter in the notch", "section that the notch leaves"},
+    {"Kt_i", "notch factor in bending",
+     "Peterson: shoulders A (r/d)^b (Norton), grooves (Roark 17.1); Shigley, table 7-1; DIN 743"},
+    {"Kts_i", "notch factor in torsion",
+     "Peterson: shoulders A (r/d)^b (Norton), grooves (Roark 17.1); Shigley, table 7-1; DIN 743"},
+    {"Kf_i", "notch factor of fatigue in bending",
+     "Neuber, Kuhn-Hardrath: 1 + (Kt - 1) / (1 + (a/r)^0.5)"},
+    {"Kfs_i", "notch factor of fatigue in torsion",
+     "Neuber, Kuhn-Hardrath: 1 + (Kts - 1) / (1 + (a/r)^0.5)"},
+    {"Se_i", "endurance limit in the notch", "Marin, Shigley 6-18: ka kb ke Sut / 2"},
+    {"SD_i", "safety against fatigue in the notch", "DE-Goodman, Shigley 7-7"},
+    {"SD", "least safety against fatigue", "DE-Goodman, Shigley 7-7"},
+    {"xSD", "where it is", "place of the minimum"},
     {"yMax", "largest deflection", "Euler-Bernoulli: curvature M / (E I), integrated twice"},
     {"xyMax", "where it is", "place of the maximum"},
     {"fi", "twist from end to end", "Saint-Venant: T l / (G Ip)"},
@@ -212,10 +329,11 @@ class ShaftCalculation final : public Calculation {
 
   std::vector<CalculatedPart> Run(Inputs& inputs) const override {
     ShaftInput shaft;
+    const Material material = ReadMaterial(inputs);
+    ReadFatigue(inputs, material, shaft.fatigue);
     ReadSections(inputs, shaft);
     ReadSupports(inputs, shaft);
     ReadLoads(inputs, shaft);
-    const Material& material = MaterialOf(inputs.ReadWhole(kMaterial));
     inputs.RefuseUnknown(Name());
     shaft.elasticity = material.elasticity;
     shaft.shearModulus = material.shearModulus;
@@ -227,11 +345,9 @@ class ShaftCalculation final : public Calculation {
     part.modelId = "Shaft";
     part.viewKey = "MODELA";
     part.parameters = AllParameters(inputs, shaft, material, result);
-    double largest = 0.0;
-    for (const ShaftSection& section : shaft.sections)
-      largest = std::max(largest, section.diameter);
     part.description = "Shaft";
-    part.size = "D" + inputs.Shown(largest, "mm") + " L" + inputs.Shown(result.length, "mm");
+    part.size =
+        "D" + inputs.Shown(LargestDiameter(shaft), "mm") + " L" + inputs.Shown(result.length, "mm");
     part.caption = part.description + " " + part.size;
     part.material = material.name;
     part.mass = result.mass;
@@ -239,23 +355,27 @@ class ShaftCalculation final : public Calculation {
   }
 
   std::vector<std::string> NumberedNames() const override {
-    std::vector<std::string> names;
+    std::vector<std::string> names = ElementFieldNames();
     for (const Field* field :
-         {&kType, &kDiameter, &kLength, &kLoadPlace, &kLoadSection, &kLoadInSection, &kForceX,
-          &kForceY, &kForceZ, &kTorque, &kBendingY, &kBendingZ, &kLineLoadY, &kLineLoadZ}) {
+         {&kFillet, &kLoadPlace, &kLoadSection, &kLoadInSection, &kForceX, &kForceY, &kForceZ,
+          &kTorque, &kBendingY, &kBendingZ, &kLineLoadY, &kLineLoadZ}) {
       names.emplace_back(field->name);
+    }
+    for (const char* result : {"xN", "dN", "Kt", "Kts", "Kf", "Kfs", "Se", "SD"}) {
+      names.emplace_back(result);
     }
     return names;
   }
 
   std::vector<ValueNote> Notes() const override {
-    std::vector<ValueNote> notes;
-    for (const Field* field : {&kSections, &kSupports, &kLoads, &kMaterial}) {
+    std::vector<ValueNote> notes = ElementNotes();
+    for (const Field* field : {&kSections, &kSupports, &kLoads, &kMaterial, &kTensile, &kYield,
+                               &kSurface, &kReliability, &kRotates, &kAlternating}) {
       notes.push_back({field->name, field->meaning});
     }
     for (const Field* field :
-         {&kType, &kDiameter, &kLength, &kSupportPlace, &kAxial, &kLoadPlace, &kForceX, &kForceY,
-          &kForceZ, &kTorque, &kBendingY, &kBendingZ, &kLineLoadY, &kLineLoadZ}) {
+         {&kFillet, &kSupportPlace, &kAxial, &kLoadPlace, &kForceX, &kForceY, &kForceZ, &kTorque,
+          &kBendingY, &kBendingZ, &kLineLoadY, &kLineLoadZ}) {
       notes.push_back({std::string(field->name) + "_i", field->meaning});
     }
     notes.insert(notes.end(), std::begin(kResults), std::end(kResults));

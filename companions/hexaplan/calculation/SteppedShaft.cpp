@@ -102,6 +102,10 @@ std::vector<double> Places(const ShaftInput& input, const std::vector<double>& e
   places.push_back(0.0);
   for (double support : input.support) places.push_back(support);
   for (const ShaftLoad& load : input.loads) places.push_back(load.x);
+  for (const Notch& notch : input.notches) {
+    places.push_back(notch.begin);
+    places.push_back(notch.end);
+  }
   std::sort(places.begin(), places.end());
   places.erase(std::unique(places.begin(), places.end()), places.end());
   std::vector<double> fine;
@@ -115,6 +119,35 @@ std::vector<double> Places(const ShaftInput& input, const std::vector<double>& e
 }
 
 double AreaMoment(double diameter) { return kPi / 64.0 * std::pow(diameter, 4); }
+
+double DiameterAt(const ShaftSection& section, double x) {
+  return section.diameter + (section.EndDiameter() - section.diameter) * x / section.length;
+}
+
+// Gauss's rule with three points: exact where the diameter stays, and close where it does not.
+struct GaussPoint {
+  double place, weight;  // of a stretch of 1
+};
+constexpr GaussPoint kGauss[] = {
+    {0.1127016653792583, 5.0 / 18}, {0.5, 4.0 / 9}, {0.8872983346207417, 5.0 / 18}};
+
+// How the line bends from one end of a piece to the other.
+void Bend(const ShaftState& start, const ShaftState& end, double elasticity, double (&slope)[2],
+          double (&deflection)[2]) {
+  const double h = end.x - start.x;
+  const double from[2] = {start.momentY * 1000.0, start.momentZ * 1000.0};
+  const double to[2] = {end.momentY * 1000.0, end.momentZ * 1000.0};
+  for (int p = 0; p < 2; ++p) {
+    deflection[p] += slope[p] * h;
+    for (const GaussPoint& point : kGauss) {
+      const double diameter = start.diameter + (end.diameter - start.diameter) * point.place;
+      const double curvature =
+          (from[p] + (to[p] - from[p]) * point.place) / (elasticity * AreaMoment(diameter));
+      deflection[p] += point.weight * curvature * (1.0 - point.place) * h * h;
+      slope[p] += point.weight * curvature * h;
+    }
+  }
+}
 
 // Forces and moments in both ends of every piece, and slopes and deflections up to a straight line.
 std::vector<ShaftState> WalkAlong(const ShaftInput& input, const Plane& y, const Plane& z,
@@ -135,26 +168,16 @@ std::vector<ShaftState> WalkAlong(const ShaftInput& input, const Plane& y, const
     const double a = places[i];
     const double b = places[i + 1];
     while (section + 1 < ends.size() && a >= ends[section]) ++section;
-    const double diameter = input.sections[section].diameter;
-    const double stiffness = input.elasticity * AreaMoment(diameter);
+    const double begin = ends[section] - input.sections[section].length;
     for (const bool left : {true, false}) {
       ShaftState state;
       state.x = left ? a : b;
-      state.diameter = diameter;
+      state.diameter = DiameterAt(input.sections[section], state.x - begin);
       state.momentY = MomentAt(y, state.x, left) / 1000.0;
       state.momentZ = MomentAt(z, state.x, left) / 1000.0;
       state.torque = -LeftOf(torques, state.x, left);
       state.axialForce = -LeftOf(pulls, state.x, left);
-      if (!left) {
-        const ShaftState& start = line.back();
-        const double h = b - a;
-        const double from[2] = {start.momentY * 1000.0, start.momentZ * 1000.0};
-        const double to[2] = {state.momentY * 1000.0, state.momentZ * 1000.0};
-        for (int p = 0; p < 2; ++p) {
-          deflection[p] += slope[p] * h + (2.0 * from[p] + to[p]) * h * h / (6.0 * stiffness);
-          slope[p] += (from[p] + to[p]) * h / (2.0 * stiffness);
-        }
-      }
+      if (!left) Bend(line.back(), state, input.elasticity, slope, deflection);
       state.slopeY = slope[0];
       state.slopeZ = slope[1];
       state.deflectionY = deflection[0];
@@ -189,40 +212,91 @@ void LayIntoBearings(std::vector<ShaftState>& line, const double (&support)[2]) 
 void WeighSections(const ShaftInput& input, ShaftResult& result) {
   double moment = 0.0;
   for (const ShaftSection& section : input.sections) {
-    const double mass =
-        kPi / 4.0 * section.diameter * section.diameter * section.length * 1e-9 * input.density;
-    moment += mass * (result.length + section.length / 2.0);
+    const double a = section.diameter;
+    const double b = section.EndDiameter();
+    const double squares = a * a + a * b + b * b;
+    const double mass = kPi / 12.0 * squares * section.length * 1e-9 * input.density;
+    const double centre = (a * a + 2.0 * a * b + 3.0 * b * b) / (4.0 * squares);
+    moment += mass * (result.length + section.length * centre);
     result.mass += mass;
     result.length += section.length;
   }
   result.centreOfMass = moment / result.mass;
 }
 
+// Stresses of a state in a section of this diameter, without notch factors, in MPa.
+struct Stresses {
+  double bending, torsion, equivalent;
+};
+
+double MomentOf(const ShaftState& state) { return std::hypot(state.momentY, state.momentZ); }
+
+Stresses StressesOf(const ShaftState& state, double diameter) {
+  const double modulus = kPi / 32.0 * std::pow(diameter, 3);
+  const double bending = MomentOf(state) * 1000.0 / modulus;
+  const double direct = std::fabs(state.axialForce) / (kPi / 4.0 * diameter * diameter);
+  const double torsion = std::fabs(state.torque) * 1000.0 / (2.0 * modulus);
+  return {bending, torsion, std::hypot(bending + direct, std::sqrt(3.0) * torsion)};
+}
+
+// Keeps the larger value and where it is.
+void Keep(double& largest, double& at, double value, double x) {
+  if (value <= largest) return;
+  largest = value;
+  at = x;
+}
+
+void KeepStresses(ShaftResult& result, const ShaftState& state, double diameter) {
+  const Stresses stresses = StressesOf(state, diameter);
+  result.maxBending = std::max(result.maxBending, stresses.bending);
+  result.maxTorsion = std::max(result.maxTorsion, stresses.torsion);
+  Keep(result.maxEquivalent, result.maxEquivalentAt, stresses.equivalent, state.x);
+}
+
 void FindExtremes(ShaftResult& result) {
   for (const ShaftState& state : result.line) {
-    const double moment = std::hypot(state.momentY, state.momentZ);
-    const double modulus = kPi / 32.0 * std::pow(state.diameter, 3);
-    const double area = kPi / 4.0 * state.diameter * state.diameter;
-    const double bending = moment * 1000.0 / modulus;
-    const double direct = std::fabs(state.axialForce) / area;
-    const double torsion = std::fabs(state.torque) * 1000.0 / (2.0 * modulus);
-    const double equivalent = std::hypot(bending + direct, std::sqrt(3.0) * torsion);
-    const double deflection = std::hypot(state.deflectionY, state.deflectionZ);
-    if (moment > result.maxMoment) {
-      result.maxMoment = moment;
-      result.maxMomentAt = state.x;
-    }
+    Keep(result.maxMoment, result.maxMomentAt, MomentOf(state), state.x);
+    Keep(result.maxDeflection, result.maxDeflectionAt,
+         std::hypot(state.deflectionY, state.deflectionZ), state.x);
     result.maxTorque = std::max(result.maxTorque, std::fabs(state.torque));
-    result.maxBending = std::max(result.maxBending, bending);
-    result.maxTorsion = std::max(result.maxTorsion, torsion);
-    if (equivalent > result.maxEquivalent) {
-      result.maxEquivalent = equivalent;
-      result.maxEquivalentAt = state.x;
+    KeepStresses(result, state, state.diameter);
+  }
+}
+
+FatigueLoad FatigueLoadOf(const ShaftState& state, const ShaftFatigue& fatigue) {
+  const double moment = MomentOf(state);
+  const double torque = std::fabs(state.torque);
+  FatigueLoad load;
+  (fatigue.rotates ? load.bendingAmplitude : load.bendingMean) = moment;
+  load.torqueAmplitude = torque * fatigue.alternatingTorque;
+  load.torqueMean = torque - load.torqueAmplitude;
+  load.axialMean = std::fabs(state.axialForce);
+  return load;
+}
+
+void CalculateNotches(const ShaftInput& input, ShaftResult& result) {
+  const ShaftFatigue& fatigue = input.fatigue;
+  const double strength = fatigue.tensileStrength;
+  if (strength <= 0.0) return;
+  result.surfaceFactor = SurfaceFactor(fatigue.surface, strength);
+  result.reliabilityFactor = ReliabilityFactor(fatigue.reliability);
+  for (const Notch& notch : input.notches) {
+    NotchResult worst;
+    worst.x = notch.begin;
+    worst.theoretical = notch.factors;
+    worst.fatigue =
+        notch.radius > 0.0 ? FatigueNotch(notch.factors, notch.radius, strength) : notch.factors;
+    worst.endurance = result.surfaceFactor * SizeFactor(notch.diameter) * result.reliabilityFactor *
+                      TestBarEndurance(strength);
+    for (const ShaftState& state : result.line) {
+      if (state.x < notch.begin || state.x > notch.end) continue;
+      KeepStresses(result, state, notch.diameter);
+      Keep(worst.use, worst.x,
+           FatigueUse(FatigueLoadOf(state, fatigue), notch.diameter, worst.fatigue, worst.endurance,
+                      strength),
+           state.x);
     }
-    if (deflection > result.maxDeflection) {
-      result.maxDeflection = deflection;
-      result.maxDeflectionAt = state.x;
-    }
+    result.notches.push_back(worst);
   }
 }
 
@@ -230,7 +304,12 @@ double Twist(const std::vector<ShaftState>& line, double shearModulus) {
   double angle = 0.0;
   for (std::size_t i = 0; i + 1 < line.size(); i += 2) {
     const double length = line[i + 1].x - line[i].x;
-    angle += line[i].torque * 1000.0 * length / (shearModulus * 2.0 * AreaMoment(line[i].diameter));
+    for (const GaussPoint& point : kGauss) {
+      const double diameter =
+          line[i].diameter + (line[i + 1].diameter - line[i].diameter) * point.place;
+      angle += point.weight * line[i].torque * 1000.0 * length /
+               (shearModulus * 2.0 * AreaMoment(diameter));
+    }
   }
   return angle * 180.0 / kPi;
 }
@@ -258,6 +337,7 @@ ShaftResult CalculateShaft(const ShaftInput& input) {
   result.line = WalkAlong(input, y, z, result.reactionX);
   LayIntoBearings(result.line, input.support);
   FindExtremes(result);
+  CalculateNotches(input, result);
   for (int j = 0; j < 2; ++j) {
     const ShaftState& state = StateAt(result.line, input.support[j]);
     result.supportSlope[j] = std::hypot(state.slopeY, state.slopeZ);
