@@ -93,6 +93,16 @@ TEST(DiscCam, LawsHaveThePublishedPeaks) {
   }
 }
 
+// J. E. Shigley, J. J. Uicker, Theory of Machines and Mechanisms, on the largest pressure angle: by
+// the nomogram of Kloomok and Muffley a cycloidal rise in 45 degrees reaches 30 degrees where the
+// lift is 0.26 of the prime circle's radius (0.75 in of 2.88 in). It is read to about a degree.
+TEST(DiscCam, PressureAngleOfAPublishedNomogram) {
+  CamInput cam = Cam(0.75 * 25.4, 45, 90, 120, MotionLaw::Cycloidal);
+  cam.rollerRadius = 12;
+  cam.baseRadius = 2.88 * 25.4 - cam.rollerRadius;
+  EXPECT_NEAR(CalculateCam(cam).rise.maxPressureAngle, 30, 1);
+}
+
 // Without an offset tan(phi) = s' / (Rp + s), and the pitch curve's radius has its polar formula;
 // the profile's points lie one roller radius from the pitch curve, and the profile through them
 // bends with the pitch curve's radius less the roller's.

@@ -13,6 +13,8 @@ constexpr double kInch = 25.4;  // mm
 
 // Of the yield strength, by the distortion energy.
 constexpr double kShearYield = 0.577;
+// Of the keyway in the hub over an inch key.
+constexpr double kInchClearance = 0.005 * kInch;
 // A longer key does not bear evenly when the shaft is twisted.
 constexpr double kLongest = 1.5;  // shaft diameters
 
@@ -24,25 +26,25 @@ struct Row {
 
 constexpr Row kMetricRows[] = {
     {6, {}},
-    {8, {2, 2, 1.2}},
-    {10, {3, 3, 1.8}},
-    {12, {4, 4, 2.5}},
-    {17, {5, 5, 3}},
-    {22, {6, 6, 3.5}},
-    {30, {8, 7, 4}},
-    {38, {10, 8, 5}},
-    {44, {12, 8, 5}},
-    {50, {14, 9, 5.5}},
-    {58, {16, 10, 6}},
-    {65, {18, 11, 7}},
-    {75, {20, 12, 7.5}},
-    {85, {22, 14, 9}},
-    {95, {25, 14, 9}},
-    {110, {28, 16, 10}},
-    {130, {32, 18, 11}},
-    {150, {36, 20, 12}},
-    {170, {40, 22, 13}},
-    {200, {45, 25, 15}},
+    {8, {2, 2, 1.2, 1}},
+    {10, {3, 3, 1.8, 1.4}},
+    {12, {4, 4, 2.5, 1.8}},
+    {17, {5, 5, 3, 2.3}},
+    {22, {6, 6, 3.5, 2.8}},
+    {30, {8, 7, 4, 3.3}},
+    {38, {10, 8, 5, 3.3}},
+    {44, {12, 8, 5, 3.3}},
+    {50, {14, 9, 5.5, 3.8}},
+    {58, {16, 10, 6, 4.3}},
+    {65, {18, 11, 7, 4.4}},
+    {75, {20, 12, 7.5, 4.9}},
+    {85, {22, 14, 9, 5.4}},
+    {95, {25, 14, 9, 5.4}},
+    {110, {28, 16, 10, 6.4}},
+    {130, {32, 18, 11, 7.4}},
+    {150, {36, 20, 12, 8.4}},
+    {170, {40, 22, 13, 9.4}},
+    {200, {45, 25, 15, 10.4}},
 };
 
 struct InchRow {
@@ -61,7 +63,8 @@ KeySection StandardKeyOf(double shaftDiameter, bool inch) {
   if (inch) {
     for (const InchRow& row : kInchRows) {
       const double side = row.side * kInch;
-      if (shaftDiameter <= row.diameter * kInch) return {side, side, side / 2};
+      if (shaftDiameter <= row.diameter * kInch)
+        return {side, side, side / 2, side / 2 + kInchClearance};
     }
     return {};
   }

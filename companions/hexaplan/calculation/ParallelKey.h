@@ -11,6 +11,7 @@ namespace hexaplan {
 struct KeySection {
   double width = 0, height = 0;
   double shaftDepth = 0;  // of the keyway in the shaft
+  double hubDepth = 0;    // of the keyway in the hub
 };
 
 // The standard section for a shaft; all 0 when there is none.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "hexaplan/calculation/ParallelKey.h"
 #include "hexaplan/calculation/SpurGearPair.h"
 
 namespace hexaplan {
@@ -30,6 +31,9 @@ constexpr Field kShift[2] = {{"x1", "ND", 0.2, -1, 1, "profile shift of the pini
                              {"x2", "ND", -0.2, -1, 1, "profile shift of the wheel"}};
 constexpr Field kBore[2] = {{"dh1", "mm", 20, 0, 5000, "bore of the pinion"},
                             {"dh2", "mm", 35, 0, 5000, "bore of the wheel"}};
+constexpr Field kKey[2] = {
+    {"key1", "ND", 0, 0, 1, "1: a keyway of the standard in the bore of the pinion", true},
+    {"key2", "ND", 0, 0, 1, "1: a keyway of the standard in the bore of the wheel", true}};
 constexpr Field kMaterial[2] = {{"mat1", "ND", 5, 1, kLastMaterial, "material of the pinion", true},
                                 {"mat2", "ND", 5, 1, kLastMaterial, "material of the wheel", true}};
 
@@ -45,6 +49,18 @@ int ReadWheelTeeth(Inputs& inputs, int pinionTeeth) {
   const double teeth = std::round(pinionTeeth * ratio);
   inputs.Replace(kTeeth[1], teeth);
   return static_cast<int>(teeth);
+}
+
+void ReadHubKeyway(Inputs& inputs, const Field& field, GearInput& gear) {
+  if (inputs.ReadWhole(field) == 0) return;
+  if (gear.bore == 0) throw InputError(field.name, "a keyway needs a bore.");
+  const KeySection key = StandardKeyOf(gear.bore, inputs.Units() == UnitSystem::Inch);
+  if (key.width == 0) {
+    throw InputError(field.name, "the standard has no key for a bore of " +
+                                     inputs.ShownWithUnit(gear.bore, "mm") + ".");
+  }
+  gear.seatWidth = key.width;
+  gear.seatDepth = key.hubDepth;
 }
 
 GearPairInput ReadInput(Inputs& inputs) {
@@ -68,6 +84,7 @@ GearPairInput ReadInput(Inputs& inputs) {
   for (int g = 0; g < 2; ++g) {
     input.gear[g].profileShift = inputs.Read(kShift[g]);
     input.gear[g].bore = inputs.Read(kBore[g]);
+    ReadHubKeyway(inputs, kKey[g], input.gear[g]);
     input.gear[g].material = &MaterialOf(inputs.ReadWhole(kMaterial[g]));
   }
   return input;
@@ -92,6 +109,11 @@ std::vector<DataParameter> PairResults(const GearPairResult& r) {
   AddResult(list, "Fn", r.normalForce, "N");
   AddResult(list, "KV", r.dynamicFactor, "ND");
   AddResult(list, "KFb", r.rootFaceLoadFactor, "ND");
+  AddResult(list, "Yeps", r.rootContactFactor, "ND");
+  AddResult(list, "ZH", r.zoneFactor, "ND");
+  AddResult(list, "ZE", r.elasticityFactor, "MPa^0.5");
+  AddResult(list, "Zeps", r.flankContactFactor, "ND");
+  AddResult(list, "pC", r.pitchPressure, "MPa");
   for (int g = 0; g < 2; ++g) {
     const std::string number = std::to_string(g + 1);
     AddResult(list, "T" + number, r.gear[g].torque, "Nm");
@@ -99,6 +121,7 @@ std::vector<DataParameter> PairResults(const GearPairResult& r) {
     AddResult(list, "YS" + number, r.gear[g].stressCorrection, "ND");
     AddResult(list, "sigmaF" + number, r.gear[g].rootStress, "MPa");
     AddResult(list, "SF" + number, r.gear[g].rootSafety, "ND");
+    AddResult(list, "ZB" + number, r.gear[g].innerContact, "ND");
     AddResult(list, "sigmaH" + number, r.gear[g].flankStress, "MPa");
     AddResult(list, "SH" + number, r.gear[g].flankSafety, "ND");
   }
@@ -111,6 +134,8 @@ std::vector<DataParameter> GearParameters(const GearInput& in, const GearResult&
   AddResult(list, "z", in.teeth, "ND");
   AddResult(list, "x", in.profileShift, "ND");
   AddResult(list, "dh", in.bore, "mm");
+  AddResult(list, "bk", in.seatWidth, "mm");
+  AddResult(list, "tk2", in.seatDepth, "mm");
   AddResult(list, "d", out.referenceDiameter, "mm");
   AddResult(list, "da", out.tipDiameter, "mm");
   AddResult(list, "df", out.rootDiameter, "mm");
@@ -138,12 +163,19 @@ const ValueNote kResults[] = {
     {"Fn", "normal force", "Ft / cos alfaw"},
     {"KV", "dynamic factor", "ISO 6336-1, method C"},
     {"KFb", "face load factor of the root", "ISO 6336-1: KHb^NF"},
+    {"Yeps", "contact ratio factor of the root", "DIN 3990-3: 0.25 + 0.75 / epsilon"},
+    {"ZH", "zone factor", "ISO 6336-2: (2 cos alfaw / (cos^2 alfa sin alfaw))^0.5"},
+    {"ZE", "elasticity factor", "ISO 6336-2"},
+    {"Zeps", "contact ratio factor of the flank", "ISO 6336-2: ((4 - epsilon) / 3)^0.5"},
+    {"pC", "pressure in the pitch point without load factors",
+     "Hertz, ISO 6336-2: ZH ZE (2 T1 / (b d1^2) (u + 1) / u)^0.5"},
     {"T1", "torque of the pinion", "P / (2 pi n1)"},
     {"YF1", "form factor of the pinion", "DIN 3990-3, method C: load at the tip"},
     {"YS1", "stress correction of the pinion", "DIN 3990-3, method C"},
     {"sigmaF1", "tooth root stress of the pinion",
      "DIN 3990-3: 2 T / (d b m) YF YS Yeps KA KV KFb"},
     {"SF1", "root safety of the pinion", "DIN 3990-3: 2 sigmaFlim / sigmaF"},
+    {"ZB1", "factor of single tooth contact of the pinion", "ISO 6336-2: ZB, ZD"},
     {"sigmaH1", "flank stress of the pinion",
      "ISO 6336-2: ZH ZE Zeps ZB (2 T1 / (b d1^2) (u + 1) / u KA KV KHb)^0.5"},
     {"SH1", "flank safety of the pinion", "ISO 6336-2: sigmaHlim / sigmaH"},
@@ -152,12 +184,15 @@ const ValueNote kResults[] = {
     {"YS2", "stress correction of the wheel", "DIN 3990-3, method C"},
     {"sigmaF2", "tooth root stress of the wheel", "DIN 3990-3: 2 T / (d b m) YF YS Yeps KA KV KFb"},
     {"SF2", "root safety of the wheel", "DIN 3990-3: 2 sigmaFlim / sigmaF"},
+    {"ZB2", "factor of single tooth contact of the wheel", "ISO 6336-2: ZB, ZD"},
     {"sigmaH2", "flank stress of the wheel",
      "ISO 6336-2: ZH ZE Zeps ZB (2 T1 / (b d1^2) (u + 1) / u KA KV KHb)^0.5"},
     {"SH2", "flank safety of the wheel", "ISO 6336-2: sigmaHlim / sigmaH"},
     {"z", "teeth of this gear", "as given"},
     {"x", "profile shift of this gear", "as given"},
     {"dh", "bore of this gear", "as given"},
+    {"bk", "width of the keyway in this gear's bore", "DIN 6885-1, ASME B17.1"},
+    {"tk2", "depth of the keyway in this gear's bore", "DIN 6885-1, ASME B17.1"},
     {"d", "reference diameter", "ISO 21771: m z"},
     {"da", "tip diameter", "ISO 21771: d + 2 m (ha* + x + k), shortened by k"},
     {"df", "root diameter", "ISO 21771: d - 2 m (ha* + c* - x)"},
@@ -197,9 +232,10 @@ class SpurGearCalculation final : public Calculation {
   std::vector<ValueNote> Notes() const override {
     std::vector<ValueNote> notes;
     for (const Field* field :
-         {&kPower,    &kSpeed,    &kRatio,     &kModule,  &kTeeth[0],    &kTeeth[1],    &kAngle,
-          &kWidth,    &kAddendum, &kClearance, &kFillet,  &kApplication, &kFaceLoad,    &kGrade,
-          &kShift[0], &kShift[1], &kBore[0],   &kBore[1], &kMaterial[0], &kMaterial[1], &kParts}) {
+         {&kPower,    &kSpeed,  &kRatio,       &kModule,      &kTeeth[0], &kTeeth[1],
+          &kAngle,    &kWidth,  &kAddendum,    &kClearance,   &kFillet,   &kApplication,
+          &kFaceLoad, &kGrade,  &kShift[0],    &kShift[1],    &kBore[0],  &kBore[1],
+          &kKey[0],   &kKey[1], &kMaterial[0], &kMaterial[1], &kParts}) {
       notes.push_back({field->name, field->meaning});
     }
     notes.insert(notes.end(), std::begin(kResults), std::end(kResults));

@@ -86,6 +86,12 @@ void CalculateTeeth(const GearPairInput& input, int g, GearResult& out) {
                      "the teeth (root circle " +
                          NumberText(out.rootDiameter) + " mm).");
   }
+  const double corner =
+      std::hypot(input.gear[g].bore / 2.0 + input.gear[g].seatDepth, input.gear[g].seatWidth / 2.0);
+  if (input.gear[g].seatWidth > 0.0 && corner > out.rootDiameter / 2.0 - m) {
+    throw InputError(Numbered("key", g),
+                     "the keyway leaves less than one module of material below the teeth.");
+  }
   if (out.tipDiameter <= out.baseDiameter) {
     throw InputError(Numbered("x", g), "the tip circle does not reach the involute.");
   }
@@ -180,14 +186,14 @@ void CalculateStresses(const GearPairInput& input, GearPairResult& result) {
 
   const double common = input.applicationFactor * result.dynamicFactor;
   const double epsilon = result.contactRatio;
-  const double rootContact = 0.25 + 0.75 / epsilon;
+  result.rootContactFactor = 0.25 + 0.75 / epsilon;
   for (int g = 0; g < 2; ++g) {
     const auto factors = RootFactorsOf(input.gear[g].teeth, input.gear[g].profileShift,
                                        gear[g].tipDiameter / m, input);
     gear[g].formFactor = factors.form;
     gear[g].stressCorrection = factors.stressCorrection;
-    gear[g].rootStress = lineLoad / m * factors.form * factors.stressCorrection * rootContact *
-                         common * result.rootFaceLoadFactor;
+    gear[g].rootStress = lineLoad / m * factors.form * factors.stressCorrection *
+                         result.rootContactFactor * common * result.rootFaceLoadFactor;
     // YST = 2: the endurance limit belongs to a test gear, whose own stress correction is 2.
     gear[g].rootSafety = 2.0 * input.gear[g].material->rootEndurance / gear[g].rootStress;
   }
@@ -195,16 +201,16 @@ void CalculateStresses(const GearPairInput& input, GearPairResult& result) {
   const double alpha = Radians(input.pressureAngle);
   const double working = Radians(result.workingPressureAngle);
   const double u = result.ratio;
-  const double zone =
+  result.zoneFactor =
       std::sqrt(2.0 * std::cos(working) / (std::cos(alpha) * std::cos(alpha) * std::sin(working)));
   double compliance = 0.0;
   for (const GearInput& each : input.gear) {
     compliance += (1.0 - kPoisson * kPoisson) / each.material->elasticity;
   }
-  const double elasticity = std::sqrt(1.0 / (kPi * compliance));
-  const double contact = std::sqrt((4.0 - epsilon) / 3.0);
-  const double nominal =
-      zone * elasticity * contact * std::sqrt(lineLoad / gear[0].referenceDiameter * (u + 1.0) / u);
+  result.elasticityFactor = std::sqrt(1.0 / (kPi * compliance));
+  result.flankContactFactor = std::sqrt((4.0 - epsilon) / 3.0);
+  result.pitchPressure = result.zoneFactor * result.elasticityFactor *
+                         std::sqrt(lineLoad / gear[0].referenceDiameter * (u + 1.0) / u);
   double tip[2];
   double pitch[2];
   for (int g = 0; g < 2; ++g) {
@@ -216,7 +222,9 @@ void CalculateStresses(const GearPairInput& input, GearPairResult& result) {
     const int other = 1 - g;
     const double inner =
         tangent / std::sqrt((tip[g] - pitch[g]) * (tip[other] - (epsilon - 1.0) * pitch[other]));
-    gear[g].flankStress = std::max(1.0, inner) * nominal * std::sqrt(common * input.faceLoadFactor);
+    gear[g].innerContact = std::max(1.0, inner);
+    gear[g].flankStress = gear[g].innerContact * result.flankContactFactor * result.pitchPressure *
+                          std::sqrt(common * input.faceLoadFactor);
     gear[g].flankSafety = input.gear[g].material->contactEndurance / gear[g].flankStress;
   }
 }

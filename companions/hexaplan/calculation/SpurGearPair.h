@@ -20,6 +20,7 @@ struct GearInput {
   double profileShift = 0;  // in modules
   double bore = 0;          // mm, 0: no bore
   const Material* material = nullptr;
+  double seatWidth = 0, seatDepth = 0;  // mm, keyway in the bore, 0: none
 };
 
 struct GearPairInput {
@@ -50,6 +51,7 @@ struct GearResult {
   double formFactor = 0;        // YFa
   double stressCorrection = 0;  // YSa
   double rootStress = 0, rootSafety = 0;
+  double innerContact = 1;  // ZB of the pinion, ZD of the wheel
   double flankStress = 0, flankSafety = 0;
   double mass = 0;  // kg, cylinder of the reference diameter less the bore
 };
@@ -62,11 +64,14 @@ struct GearPairResult {
   double velocity = 0;                                           // m/s on the reference circle
   double tangentialForce = 0, radialForce = 0, normalForce = 0;  // N on the working circle
   double dynamicFactor = 0, rootFaceLoadFactor = 0;              // KV, KFbeta
+  double zoneFactor = 0, elasticityFactor = 0;                   // ZH, ZE
+  double flankContactFactor = 0, rootContactFactor = 0;          // Zepsilon, Yepsilon
+  double pitchPressure = 0;  // MPa, Hertz's in the pitch point, without load factors
   GearResult gear[2];
 };
 
 // Throws InputError when the pair cannot be made or run: undercut or pointed teeth, no contact
-// between them all the time, a bore as large as the root circle, a speed near resonance.
+// between them all the time, a bore or keyway as large as the root circle, a speed near resonance.
 GearPairResult CalculateGearPair(const GearPairInput& input);
 
 // The YFa and YSa of a tooth, for tests against published tables.
