@@ -65,7 +65,10 @@ void ExpectNotes(const CalculatedPart& part, const Calculation& calculation, con
   const std::vector<ValueNote> notes = calculation.Notes();
   std::set<std::string> read = {kUnits.name};
   for (const DataParameter& each : inputs.Parameters()) read.insert(each.name);
+  std::set<std::string, NameLess> names;
   for (const DataParameter& each : part.parameters) {
+    // A protocol does not tell upper from lower case.
+    EXPECT_TRUE(names.insert(each.name).second) << calculation.DataFile() << " " << each.name;
     const std::string row = std::regex_replace(each.name, number, "_i");
     bool meaning = each.name == kUnits.name, formula = false;
     for (const ValueNote& note : notes) {

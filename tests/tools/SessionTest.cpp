@@ -76,6 +76,9 @@ TEST_F(SessionTool, TheTourShowsAllKindsOfObjectsAndGoesOnFromWhatItSaved) {
 
   Json job = Read(saved);
   Step(job, "gears")["inputs"]["b"] = 41;
+  // What is cut into the sections of a shaft goes round with the job.
+  EXPECT_EQ(Step(job, "output shaft")["inputs"]["KEY_B_4"], 8);
+  Step(job, "input shaft")["inputs"]["KEY_L_2"] = 32;
   Step(job, "Cover bolts")["members"][0]["inputs"]["d"] = 10;
   Step(job, "sheet")["scale"] = 0.2;
   ran = Session("--continue --job " + Write("changed.json", job) + save);
@@ -92,11 +95,16 @@ TEST_F(SessionTool, TheTourShowsAllKindsOfObjectsAndGoesOnFromWhatItSaved) {
     return Object(after, Step(job, step)["objects"].begin().key());
   };
   EXPECT_EQ(firstOf("gears")["parameters"]["b"], "41");
+  EXPECT_EQ(firstOf("gears")["parameters"]["bk"], "8") << "a keyway in the pinion's bore";
+  EXPECT_EQ(firstOf("input shaft")["parameters"]["KEY_L_2"], "32");
+  EXPECT_EQ(firstOf("output shaft")["parameters"]["RR_d1_3"], "28.6");
   EXPECT_EQ(firstOf("shaft of 1997")["parameters"]["#spiCount"], "3");
   EXPECT_EQ(firstOf("sheet")["placement"]["scale"], 0.2);
   EXPECT_EQ(firstOf("pinion drawing")["changes"], 1);
   job = Read(saved);
   EXPECT_EQ(Step(job, "gears")["inputs"]["b"], 41);
+  EXPECT_EQ(Step(job, "input shaft")["inputs"]["KEY_L_2"], 32);
+  EXPECT_EQ(Step(job, "input shaft")["inputs"]["#spiType_1"], 4);
   const Json gears = Step(job, "gears")["objects"];
   EXPECT_EQ(gears.begin().value()["parameters"]["b"], 41);
 }

@@ -249,7 +249,7 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput&
   list.Set("G", material.shearModulus, "MPa");
   list.Set("ro", material.density, "kg/m3");
   list.Set("Sut", material.tensileStrength, "MPa");
-  list.Set("Sy", material.yieldStrength, "MPa");
+  list.Set("Syt", material.yieldStrength, "MPa");
   for (int j = 0; j < 2; ++j) {
     list.Set(Numbered("PX", j), shaft.support[j], "mm");
     list.Set(Numbered("PF0", j), shaft.axialSupport == j ? r.reactionX : 0.0, "N");
@@ -281,7 +281,7 @@ std::vector<DataParameter> AllParameters(const Inputs& inputs, const ShaftInput&
 
 const ValueNote kResults[] = {
     {"Sut", "ultimate strength", "as given, else of the material"},
-    {"Sy", "yield strength", "as given, else of the material"},
+    {"Syt", "yield strength", "as given, else of the material"},
     {"E", "elasticity", "of the material"},
     {"G", "shear modulus", "of the material"},
     {"ro", "density", "of the material"},
@@ -298,7 +298,7 @@ const ValueNote kResults[] = {
     {"tau", "largest torsion stress", "Saint-Venant: 16 T / (pi d^3)"},
     {"sigmaRed", "largest equivalent stress", "von Mises: (sigma^2 + 3 tau^2)^0.5"},
     {"xSigmaRed", "where it is", "place of the maximum"},
-    {"SY", "safety against yielding", "Sy / sigmaRed"},
+    {"SY", "safety against yielding", "Syt / sigmaRed"},
     {"ka", "surface factor of fatigue", "Marin, Shigley 6-19: a Sut^b"},
     {"ke", "reliability factor of fatigue", "Marin, Shigley 6-29: 1 - 0.08 za"},
     {"xN_i", "place of the notch where it is worst", "place of the least safety"},
