@@ -17,7 +17,6 @@ constexpr double kPi = std::numbers::pi;
 constexpr double kSteelDensity = 7850;             // kg/m3
 constexpr double kCubicMillimetresPerMetre = 1e9;  // kg/m3 -> kg/mm3
 constexpr double kKilogramsPerPound = 0.45359237;
-constexpr double kDefaultCamWidth = 10;  // in the document's unit
 constexpr int kMostTeeth = 2000;
 // Checking an outline takes time that grows with the square of its edges: with more teeth, which
 // are then small on the wheel, it stays the cylinder of its reference circle.
@@ -44,8 +43,6 @@ bool IsOn(const NamedTexts& states, const char* feature) {
 }
 
 // ---- gears
-
-double Involute(double angle) { return std::tan(angle) - angle; }
 
 // A keyway that stands on the gear as a feature, or one that the gear's own parameters name.
 void ReadHubSeat(const PartDescription& part, double scale, GearDesign& gear) {
@@ -167,35 +164,40 @@ Design ReadCam(const PartDescription& part, double scale) {
 
 // ---- bolts, nuts, washers
 
+// A bolt's head or a nut: its hexagon. Nothing when neither that nor `other` is given.
+std::optional<HexagonDesign> ReadHexagon(const Numbers& numbers, double scale, const char* other) {
+  if (!numbers.Of("d_1") && !numbers.Of(other)) return std::nullopt;
+  HexagonDesign hexagon;
+  hexagon.acrossFlats = numbers.Or("d_1", 0) * scale * kFlatsPerCircle;
+  hexagon.height = numbers.Or("l_1", 0) * scale;
+  return hexagon;
+}
+
 Design ReadBolt(const PartDescription& part, double scale) {
   const Numbers numbers(part.parameters);
-  if (!numbers.Of("d_1") && !numbers.Of("d_2")) return {};
-  HexagonDesign bolt;
-  bolt.acrossFlats = numbers.Or("d_1", 0) * scale * kFlatsPerCircle;
-  bolt.height = numbers.Or("l_1", 0) * scale;
-  bolt.shankRadius = numbers.Or("d_2", 0) * scale / 2;
-  bolt.shankLength = numbers.Or("l_2", 0) * scale;
-  Demand(bolt.height > 0 && bolt.shankRadius > 0 && bolt.shankLength > 0,
+  auto bolt = ReadHexagon(numbers, scale, "d_2");
+  if (!bolt) return {};
+  bolt->shankRadius = numbers.Or("d_2", 0) * scale / 2;
+  bolt->shankLength = numbers.Or("l_2", 0) * scale;
+  Demand(bolt->height > 0 && bolt->shankRadius > 0 && bolt->shankLength > 0,
          "The bolt needs a head and a shank with a diameter and a length above 0");
-  Demand(bolt.acrossFlats > 2 * bolt.shankRadius, "The head of the bolt is not above its shank");
-  DemandSize({bolt.acrossFlats, bolt.height, bolt.shankLength});
+  Demand(bolt->acrossFlats > 2 * bolt->shankRadius, "The head of the bolt is not above its shank");
+  DemandSize({bolt->acrossFlats, bolt->height, bolt->shankLength});
   if (IsOn(part.featureStates, "PointChamfer")) {
-    bolt.pointChamfer = std::min(2 * kThreadDepth * bolt.shankRadius, bolt.shankLength / 2);
+    bolt->pointChamfer = std::min(2 * kThreadDepth * bolt->shankRadius, bolt->shankLength / 2);
   }
-  return bolt;
+  return *bolt;
 }
 
 Design ReadNut(const PartDescription& part, double scale) {
   const Numbers numbers(part.parameters);
-  if (!numbers.Of("d_1") && !numbers.Of("dh")) return {};
-  HexagonDesign nut;
-  nut.acrossFlats = numbers.Or("d_1", 0) * scale * kFlatsPerCircle;
-  nut.height = numbers.Or("l_1", 0) * scale;
-  nut.boreRadius = numbers.Or("dh", 0) * scale / 2;
-  Demand(nut.height > 0 && nut.boreRadius > 0, "The nut needs a thread and a height above 0");
-  DemandSize({nut.acrossFlats, nut.height});
-  Demand(nut.acrossFlats > 2 * nut.boreRadius, "The nut is not larger than its thread");
-  return nut;
+  auto nut = ReadHexagon(numbers, scale, "dh");
+  if (!nut) return {};
+  nut->boreRadius = numbers.Or("dh", 0) * scale / 2;
+  Demand(nut->height > 0 && nut->boreRadius > 0, "The nut needs a thread and a height above 0");
+  Demand(nut->acrossFlats > 2 * nut->boreRadius, "The nut is not larger than its thread");
+  DemandSize({nut->acrossFlats, nut->height});
+  return *nut;
 }
 
 Design ReadWasher(const PartDescription& part, double scale) {
@@ -231,11 +233,21 @@ void DemandSize(std::initializer_list<double> lengths) {
   Demand(std::max(lengths) <= kLargest, "The part is larger than a kilometre");
 }
 
+double Involute(double angle) { return std::tan(angle) - angle; }
+
 Design ReadDesign(const PartDescription& part) {
   const auto found = std::find_if(std::begin(kReaders), std::end(kReaders),
                                   [&](const auto& reader) { return part.model == reader.first; });
   if (found == std::end(kReaders)) return {};
   return found->second(part, part.unit == Unit::Inch ? kMillimetresPerInch : 1);
+}
+
+std::optional<Design> PossibleDesign(const PartDescription& part) {
+  try {
+    return ReadDesign(part);
+  } catch (const BoardError&) {
+    return std::nullopt;
+  }
 }
 
 std::optional<Profile> ProfileOf(const PartDescription& part) {

@@ -14,6 +14,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -22,6 +23,11 @@
 namespace drawboard {
 
 inline constexpr double kMillimetresPerInch = 25.4;
+// Of a cam whose parameters name no width; in the document's unit.
+inline constexpr double kDefaultCamWidth = 10;
+
+// Involute function of an angle: tan a - a.
+double Involute(double angle);
 
 struct GearDesign {
   int teeth = 0;
@@ -92,6 +98,8 @@ using Design = std::variant<std::monostate, GearDesign, TurnedDesign, HexagonDes
 // dimensions of its model: such a part is made before it is calculated. Throws a BoardError, in
 // words for the designer, when the dimensions describe no body.
 Design ReadDesign(const PartDescription& part);
+// The same, and nothing when the dimensions describe no body.
+std::optional<Design> PossibleDesign(const PartDescription& part);
 
 // The same for single kinds; `scale` makes millimetres of the document's unit.
 Design ReadShaft(const PartDescription& part, double scale);

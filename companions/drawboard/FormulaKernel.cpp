@@ -5,7 +5,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "drawboard/BoardError.h"
 #include "drawboard/Design.h"
 #include "drawboard/Kernel.h"
 #include "drawboard/Numbers.h"
@@ -14,7 +13,6 @@ namespace drawboard {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr double kDefaultCamWidth = 10;  // in the document's unit
 constexpr int kMostSections = 200;
 
 double ScaleOf(Unit unit) { return unit == Unit::Inch ? kMillimetresPerInch : 1; }
@@ -48,9 +46,11 @@ std::optional<TurnedDesign> PlainBody(const PartDescription& part) {
 }
 
 // The turned body of a part: as its library model has it, or by the names of its parameters.
+// Nothing when its dimensions make no body.
 std::optional<TurnedDesign> BodyOf(const PartDescription& part) {
-  const Design design = ReadDesign(part);
-  if (const auto* turned = std::get_if<TurnedDesign>(&design)) return *turned;
+  const auto design = PossibleDesign(part);
+  if (!design) return std::nullopt;
+  if (const auto* turned = std::get_if<TurnedDesign>(&*design)) return *turned;
   return PlainBody(part);
 }
 
@@ -307,14 +307,14 @@ class FormulaKernel final : public Kernel {
   std::optional<MassProperties> Weigh(const PartDescription& part) const override {
     const double density = DensityOf(part);
     if (const auto profile = ProfileOf(part)) return WeighProfile(part, *profile, density);
-    const auto body = PossibleBody(part);
+    const auto body = BodyOf(part);
     if (!body) return std::nullopt;
     return InDocumentUnits(WeighTurned(*body, density), part.unit);
   }
 
   Outlines Draw(const PartDescription& part) const override {
     if (const auto profile = ProfileOf(part)) return {PointsOf(*profile)};
-    const auto body = PossibleBody(part);
+    const auto body = BodyOf(part);
     if (!body) return {};
     const double scale = ScaleOf(part.unit);
     const bool rows = body->line.size() > 2;
@@ -351,15 +351,6 @@ class FormulaKernel final : public Kernel {
   }
 
  private:
-  // A part whose dimensions make no body has none.
-  static std::optional<TurnedDesign> PossibleBody(const PartDescription& part) {
-    try {
-      return BodyOf(part);
-    } catch (const BoardError&) {
-      return std::nullopt;
-    }
-  }
-
   static std::optional<MassProperties> WeighProfile(const PartDescription& part,
                                                     const Profile& profile, double density) {
     const Numbers numbers(part.parameters);

@@ -2,8 +2,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <type_traits>
 
 #include "drawboard/CodePage.h"
@@ -11,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/Modules.h"
 #include "quillmar/Storage.h"
+#include "session/JobFields.h"
 #include "session/Notes.h"
 #include "session/Session.h"
 #include "session/Units.h"
@@ -22,7 +21,6 @@ using drawboard::FromUtf8;
 using drawboard::ToUtf8;
 namespace platform = quillmar::platform;
 
-constexpr double kEqual = 1e-7;
 constexpr const char* kStandard = "Standard";
 constexpr const char* kProfileStandard = "PrfStd";  // the same, where formats look for it
 
@@ -89,11 +87,6 @@ Inputs InUnitOf(const Job& job, Inputs inputs) {
   return inputs;
 }
 
-double NumberOf(std::string text) {
-  std::replace(text.begin(), text.end(), ',', '.');
-  return std::strtod(text.c_str(), nullptr);
-}
-
 // As the module takes lists of parameters: "name,value,".
 std::string ParameterList(const Inputs& values) {
   std::string list;
@@ -154,10 +147,7 @@ bool Session::HasInputs(const Names& objects, const Inputs& inputs) {
   const DocumentJson document = Document();
   return std::all_of(inputs.begin(), inputs.end(), [&](const auto& input) {
     const auto value = ParameterOf(document, objects, ToUtf8(input.first));
-    if (!value) return false;
-    const double stands = NumberOf(*value);
-    const double wanted = NumberOf(input.second);
-    return std::abs(stands - wanted) <= kEqual * std::max(1.0, std::abs(wanted));
+    return value && AreEqual(NumberOf(*value), NumberOf(input.second));
   });
 }
 

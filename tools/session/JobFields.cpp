@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "drawboard/CodePage.h"
 
@@ -70,11 +71,22 @@ int ReadWord(const JobJson& json, const std::string& where, const char* key,
   RefuseValue(where + key, "one of " + Quoted(words), *found);
 }
 
+std::string WithPoint(std::string text) {
+  std::replace(text.begin(), text.end(), ',', '.');
+  return text;
+}
+
+double NumberOf(const std::string& text) { return std::strtod(WithPoint(text).c_str(), nullptr); }
+
+bool AreEqual(double value, double wanted) {
+  constexpr double kLost = 1e-7;
+  return std::abs(value - wanted) <= kLost * std::max(1.0, std::abs(wanted));
+}
+
 namespace {
 
-bool IsNumberText(std::string text) {
-  std::replace(text.begin(), text.end(), ',', '.');
-  const JobJson number = JobJson::parse(text, nullptr, false);
+bool IsNumberText(const std::string& text) {
+  const JobJson number = JobJson::parse(WithPoint(text), nullptr, false);
   return number.is_number() && std::isfinite(number.get<double>());
 }
 

@@ -40,6 +40,12 @@ double ReadNumber(const JobJson& json, const std::string& where, const char* key
 // One of the words, by its place; the first when the field is missing.
 int ReadWord(const JobJson& json, const std::string& where, const char* key,
              const std::vector<const char*>& words);
+// A number's text with a point as its decimal sign, its value, and whether two values are the same
+// but for what is lost in writing them.
+std::string WithPoint(std::string text);
+double NumberOf(const std::string& text);
+bool AreEqual(double value, double wanted);
+
 // An object with a number for each name, in the field `key`.
 Inputs ReadInputs(const JobJson& json, const std::string& where, const char* key = "inputs");
 

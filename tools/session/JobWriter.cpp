@@ -1,8 +1,6 @@
 #include "session/JobWriter.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <map>
 #include <set>
 
@@ -16,18 +14,9 @@ namespace {
 using drawboard::ToUtf8;
 using Names = std::vector<std::string>;
 
-constexpr double kEqual = 1e-7;
-
-double NumberOf(std::string text) {
-  std::replace(text.begin(), text.end(), ',', '.');
-  return std::strtod(text.c_str(), nullptr);
-}
-
 // Numbers as numbers, in the fewest digits.
 JobJson NumberJson(const std::string& text) {
-  std::string plain = text;
-  std::replace(plain.begin(), plain.end(), ',', '.');
-  const JobJson number = JobJson::parse(plain, nullptr, false);
+  const JobJson number = JobJson::parse(WithPoint(text), nullptr, false);
   return number.is_number() ? number : JobJson(text);
 }
 
@@ -143,9 +132,7 @@ class Writer {
     JobJson json = JobJson::object();
     for (const auto& [name, value] : inputs) {
       const auto stands = ParameterOf(document, names, ToUtf8(name));
-      const double wanted = NumberOf(value);
-      const bool kept = !stands || std::abs(NumberOf(*stands) - wanted) <=
-                                       kEqual * std::max(1.0, std::abs(wanted));
+      const bool kept = !stands || AreEqual(NumberOf(*stands), NumberOf(value));
       json[ToUtf8(name)] = NumberJson(kept ? ToUtf8(value) : *stands);
     }
     return json;

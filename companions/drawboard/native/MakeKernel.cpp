@@ -74,38 +74,36 @@ class OcctKernel final : public Kernel {
   }
 
  private:
-  // Nothing when the part's dimensions make no body.
-  static std::optional<Design> PossibleDesign(const PartDescription& part) {
-    try {
-      return ReadDesign(part);
-    } catch (const BoardError&) {
-      return std::nullopt;
-    }
-  }
-
   // Loaded when the first solid is needed: loading the modeller takes longer than everything that
   // a session without solids asks of the CAD. It stays for the life of the process, since the
   // modeller cannot be unloaded. Null on a machine on which it is not installed: then formulas do.
+  // One that cannot be loaded is not tried again: what failed once would fail for each part, after
+  // as long a wait. Throws a BoardError with the reason.
   SolidLibrary* Library() const {
-    if (tried) return library;
+    if (!tried) Load();
     tried = true;
-    if (!quillmar::platform::FileExists(libraryPath)) return nullptr;
+    if (!failure.empty()) throw BoardError(failure);
+    return library;
+  }
+
+  void Load() const {
+    if (!quillmar::platform::FileExists(libraryPath)) return;
     const auto file = quillmar::platform::Machine::Current().HostPath(libraryPath);
     void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     const auto find = reinterpret_cast<SolidLibrary* (*)()>(
         handle != nullptr ? dlsym(handle, kSolidLibraryFunction) : nullptr);
-    if (find == nullptr) {
-      tried = false;
-      throw BoardError("The solid modeller cannot be loaded: " + std::string(dlerror()));
+    if (find != nullptr) {
+      library = find();
+    } else {
+      failure = "The solid modeller cannot be loaded: " + std::string(dlerror());
     }
-    library = find();
-    return library;
   }
 
   std::string libraryPath;
   std::unique_ptr<Kernel> formulas = MakeFormulaKernel();
   mutable bool tried = false;
   mutable SolidLibrary* library = nullptr;
+  mutable std::string failure;
 };
 
 }  // namespace

@@ -319,7 +319,7 @@ const ValueNote kResults[] = {
     {"xyMax", "where it is", "place of the maximum"},
     {"fi", "twist from end to end", "Saint-Venant: T l / (G Ip)"},
     {"xCentre", "centre of mass from the left end", "sum of the sections"},
-    {"mass", "mass", "sum of the sections"},
+    {"mass", "mass", "sum of the sections without what is cut into them"},
 };
 
 class ShaftCalculation final : public Calculation {

@@ -288,7 +288,9 @@ void Reader::BuildThread() {
   AddGroove(value[kOffset], end, core, kThreadRadius * value[kPitch], kPitch);
   if (value[kWide] == 0 || value[kDeep] == 0) return;
   if (value[kWide] > value[kLong]) Refuse(kWide, "the undercut is longer than the thread.");
-  AddGroove(end - value[kWide], end, Diameter() - 2 * value[kDeep], value[kRadius], kDeep);
+  const double bottom = Diameter() - 2 * value[kDeep];
+  AddGroove(end - value[kWide], end, bottom, value[kRadius], kDeep);
+  if (end == Length()) element.right = {bottom, element.notches.back().radius};
 }
 
 void Reader::BuildCone() {

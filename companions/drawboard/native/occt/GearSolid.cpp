@@ -36,8 +36,6 @@ gp_Pnt At(const Polar& p) {
   return {0, p.radius * std::cos(p.angle), p.radius * std::sin(p.angle)};
 }
 
-double Involute(double angle) { return std::tan(angle) - angle; }
-
 // One side of a tooth, its middle at angle 0: where the flank ends, and the fillet below it.
 struct Side {
   Polar flankEnd;    // where the fillet begins
