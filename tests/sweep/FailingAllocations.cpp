@@ -3,10 +3,13 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string_view>
+
+#include "LiveBlocks.h"
 
 using quillmar::contract::allocations;
 using quillmar::contract::Origin;
@@ -16,6 +19,8 @@ quillmar::contract::Allocations quillmar::contract::allocations;
 namespace {
 
 constexpr int kMostFrames = 40;
+
+std::atomic<long> liveBlocks = 0;
 
 Origin Find(void* frame) {
   Dl_info info;
@@ -65,10 +70,16 @@ bool MustFail() {
 
 }  // namespace
 
+std::optional<long> quillmar::contract::LiveBlocks() { return liveBlocks; }
+
 void* operator new(std::size_t size) {
   void* block = MustFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
   if (block == nullptr) throw std::bad_alloc();
+  ++liveBlocks;
   return block;
 }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block) noexcept {
+  if (block != nullptr) --liveBlocks;
+  std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }

@@ -1,0 +1,7 @@
+#include "LiveBlocks.h"
+
+namespace quillmar::contract {
+
+std::optional<long> LiveBlocks() { return std::nullopt; }
+
+}  // namespace quillmar::contract
