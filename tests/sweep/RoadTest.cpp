@@ -193,14 +193,14 @@ Walk BeginOldGear(RoadTest& test) {
 }
 
 Walk BeginOldShaft(RoadTest& test) {
-  return test.Callback(QM_CALLBACK_RECALCULATED, MakeOld("KEELDATA|SHAFT", {{"ElNum", "1"},
-                                                                            {"drazka_1", "2"},
-                                                                            {"d_1", "20"},
-                                                                            {"l_1", "50"},
-                                                                            {"npodpor", "1"},
-                                                                            {"nzat", "1"},
-                                                                            {"PXrel_0", "5"},
-                                                                            {"ZF0_0", "7"}}));
+  return test.Callback(151, MakeOld("KEELDATA|SHAFT", {{"ElNum", "1"},
+                                                       {"drazka_1", "2"},
+                                                       {"d_1", "20"},
+                                                       {"l_1", "50"},
+                                                       {"npodpor", "1"},
+                                                       {"nzat", "1"},
+                                                       {"PXrel_0", "5"},
+                                                       {"ZF0_0", "7"}}));
 }
 
 template <int kNumber>
@@ -272,7 +272,7 @@ std::vector<Road> Roads() {
           {"UpdateWithView", BeginViewUpdate, test::UpdateWithView},
           {"OtherCode", BeginPlain<151>, test::OtherCode},
           {"OldGear", BeginOldGear, test::OldGear},
-          {"OldShaft", BeginOldShaft},
+          {"OldShaft", BeginOldShaft, test::OldShaft},
           {"ReplaceCommand", BeginCommand<2>, test::ReplaceCommand},
           {"UpdateCommand", BeginCommand<4>, test::UpdateCommand},
           {"CopyCommand", BeginCommand<5>, test::CopyCommand},

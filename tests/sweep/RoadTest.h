@@ -15,7 +15,7 @@ struct Road {
   const char* name;
   // Puts into the store and the CAD what the road meets, and gives what walks it.
   std::function<int()> (*begin)(RoadTest& test);
-  // Null where the calls follow from contents without end.
+  // What the fault sweep compares with.
   test::Procedure (*procedure)() = nullptr;
 };
 

@@ -1,6 +1,7 @@
 // What the host reports.
 #include "Roads.h"
 
+#include "Conversions.h"
 #include "Steps.h"
 
 namespace quillmar::test {
@@ -311,19 +312,8 @@ Procedure UpdateWithView() { return Updating(ObtainView()); }
 
 Procedure OtherCode() { return Callback({}); }
 
-// One value moves to another name. It is read a second time when it cannot be read; what cannot be
-// moved goes back, and the layout stays the old one.
-Procedure OldGear() {
-  const std::string notWritten = "Cannot write data param";
-  Procedure first = Store("Com_GetDataParam cas");
-  first.front().onSuccess = "read";
-  return Callback(
-      {.convert = Block({first, Store("Com_GetDataParam cas", "", "moved"),
-                         Named("read", Store("Com_PutDataParam cas", notWritten, "mass")),
-                         Store("Com_PutDataParam cs", notWritten, "back"), Jump("moved"),
-                         Named("back", Store("Com_PutDataParam cas", notWritten)), Jump("mass"),
-                         Named("moved", Store("Com_SetVersion 2|0", "", "mass", Effect::Any)),
-                         GetKey("Main", "DataFile")})});
-}
+Procedure OldGear() { return Callback({.convert = ConvertGear()}); }
+
+Procedure OldShaft() { return Callback({.convert = ConvertShaft()}); }
 
 }  // namespace quillmar::test

@@ -16,6 +16,7 @@ Procedure PlainUpdate();
 Procedure UpdateWithView();
 Procedure OtherCode();  // a code that asks for no CAD action
 Procedure OldGear();    // the same for a gear of the older layout
+Procedure OldShaft();   // and for a shaft
 
 // --- commands on the selected object ---
 
