@@ -111,6 +111,10 @@ void HostSide::Finish(int code, const std::string& protocolList) {
   platform::PumpMessages();
 }
 
+void HostSide::SetJournal(std::uint32_t window) {
+  Control(strict::kHostSetJournal, {static_cast<int>(window)}, AutomationType::None);
+}
+
 void HostSide::End() { host->Call(strict::kHostEnd, {}, AutomationType::None); }
 
 }  // namespace quillmar::contract

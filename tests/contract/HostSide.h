@@ -2,6 +2,7 @@
 // the module looks for one, told what to answer, asked what it was asked.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,6 +34,8 @@ class HostSide {
   // The same, and lets the module handle it.
   void Finish(int code, const std::string& protocolList);
   void End();
+  // A host in a process of its own asks that window before each call, 0: nobody.
+  void SetJournal(std::uint32_t window);
 
  private:
   platform::AutomationResult Control(int method, const platform::AutomationArguments& arguments,

@@ -37,10 +37,8 @@ void RemoveKey(Hive hive, const std::string& parent, const std::string& name);
 // The path under which this program's own file functions find a file of the machine.
 std::filesystem::path OwnPath(const std::string& windowsPath);
 
-// Whether the calls of the host stand in the journal of this process.
-extern const bool kHostSharesTheJournal;
-
 // Lets a wait that is under way run out where the clock can be set.
+extern const bool kClockCanBeSet;
 void EndWait();
 
 // Moves a file to another place of the same drive, making the folder when it is missing.

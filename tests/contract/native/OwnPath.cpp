@@ -4,7 +4,7 @@
 
 namespace quillmar::contract {
 
-const bool kHostSharesTheJournal = true;
+const bool kClockCanBeSet = true;
 
 std::filesystem::path OwnPath(const std::string& windowsPath) {
   return platform::Machine::Current().HostPath(windowsPath);

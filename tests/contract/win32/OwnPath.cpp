@@ -2,7 +2,7 @@
 
 namespace quillmar::contract {
 
-const bool kHostSharesTheJournal = false;
+const bool kClockCanBeSet = false;
 
 std::filesystem::path OwnPath(const std::string& windowsPath) { return windowsPath; }
 

@@ -97,11 +97,13 @@ AutomationValue Converted(const std::string& answer, AutomationType type) {
 
 }  // namespace
 
-HostBrain::HostBrain(std::function<bool(std::uint32_t window)> postCallback)
-    : postCallback(std::move(postCallback)) {}
+HostBrain::HostBrain(std::function<bool(std::uint32_t window)> postCallback,
+                     std::function<bool(std::uint32_t window, int identifier)> refuses)
+    : postCallback(std::move(postCallback)), refuses(std::move(refuses)) {}
 
 HostBrain::Reply HostBrain::Call(int identifier, const AutomationArguments& arguments) {
   if (identifier >= kHostSetAnswer) return Control(identifier, arguments);
+  if (refuses && refuses(journalWindow, identifier)) return {Outcome::Failed, {}, {}};
 
   std::string kinds;
   const std::string call = Shown(identifier, arguments, kinds);
@@ -177,6 +179,9 @@ HostBrain::Reply HostBrain::Control(int identifier, const AutomationArguments& a
     case kHostForget:
       calls.clear();
       answers.clear();
+      break;
+    case kHostSetJournal:
+      journalWindow = static_cast<std::uint32_t>(number(0));
       break;
     case kHostEnd:
       reply.outcome = Outcome::Ends;

@@ -32,8 +32,13 @@ enum HostControl {
   kHostFinish = 0x7006,      // int code, text list -> int: the host has calculated; 1 when the
                              //   callback window was told so
   kHostForget = 0x7007,      // none -> none: journal and answers; window and violations stay
-  kHostEnd = 0x7008          // none -> none: the host ends as if the user closed it
+  kHostEnd = 0x7008,         // none -> none: the host ends as if the user closed it
+  kHostSetJournal = 0x7009   // int window -> none: a host in a process of its own asks that window
+                             //   before each call, see kHostAsksMessage; 0: nobody
 };
+
+// With the call's identifier as the first parameter; the call fails where the answer is not 0.
+inline constexpr std::uint32_t kHostAsksMessage = 0x8001;  // private to the two programs
 
 class HostBrain {
  public:
@@ -44,8 +49,11 @@ class HostBrain {
     std::string description;
   };
 
-  // `postCallback` posts QM_MESSAGE_CALLBACK to a window.
-  explicit HostBrain(std::function<bool(std::uint32_t window)> postCallback);
+  // `postCallback` posts QM_MESSAGE_CALLBACK to a window. `refuses` enters a call into the journal
+  // of the process that tests the host's caller and tells whether the call has to fail; it is given
+  // the window of kHostSetJournal.
+  explicit HostBrain(std::function<bool(std::uint32_t window)> postCallback,
+                     std::function<bool(std::uint32_t window, int identifier)> refuses = {});
 
   Reply Call(int identifier, const platform::AutomationArguments& arguments);
   std::optional<int> FindMember(const std::string& name) const;
@@ -56,10 +64,12 @@ class HostBrain {
   const std::string* Answer(const std::string& key) const;
 
   std::function<bool(std::uint32_t window)> postCallback;
+  std::function<bool(std::uint32_t window, int identifier)> refuses;
   std::map<std::string, std::string> answers;
   std::vector<std::string> calls;
   std::string violations;
   std::uint32_t callbackWindow = 0;
+  std::uint32_t journalWindow = 0;
 };
 
 }  // namespace quillmar::strict

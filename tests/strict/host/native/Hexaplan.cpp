@@ -17,7 +17,6 @@ class Server : public platform::AutomationServer {
   platform::AutomationResult Call(int identifier,
                                   const platform::AutomationArguments& arguments) override {
     using Outcome = strict::HostBrain::Outcome;
-    if (identifier < strict::kHostSetAnswer && Refused(identifier)) return {};
     const strict::HostBrain::Reply reply = brain.Call(identifier, arguments);
     switch (reply.outcome) {
       case Outcome::Done:
@@ -47,8 +46,10 @@ class Server : public platform::AutomationServer {
   }
 
   strict::HostBrain brain{[](std::uint32_t window) {
-    return platform::PostToWindow(window, platform::RegisterMessage(QM_MESSAGE_CALLBACK));
-  }};
+                            return platform::PostToWindow(
+                                window, platform::RegisterMessage(QM_MESSAGE_CALLBACK));
+                          },
+                          [](std::uint32_t, int identifier) { return Refused(identifier); }};
 };
 
 }  // namespace

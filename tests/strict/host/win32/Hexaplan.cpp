@@ -126,10 +126,26 @@ class Server final : public IDispatch {
   }
 
  private:
+  static HWND WindowOf(std::uint32_t number) {
+    return reinterpret_cast<HWND>(static_cast<std::uintptr_t>(number));
+  }
+
+  // The caller waits for the call and takes messages of other programs meanwhile.
+  static bool Refused(std::uint32_t window, int identifier) {
+    constexpr UINT kPatience = 60000;  // milliseconds
+    DWORD_PTR answer = 0;
+    return window != 0 &&
+           SendMessageTimeoutA(WindowOf(window), quillmar::strict::kHostAsksMessage,
+                               static_cast<WPARAM>(identifier), 0, SMTO_NORMAL, kPatience,
+                               &answer) != 0 &&
+           answer != 0;
+  }
+
   HostBrain brain{[](std::uint32_t window) {
-    const auto handle = reinterpret_cast<HWND>(static_cast<std::uintptr_t>(window));
-    return PostMessageA(handle, RegisterWindowMessageA(QM_MESSAGE_CALLBACK), 0, 0) != FALSE;
-  }};
+                    return PostMessageA(WindowOf(window),
+                                        RegisterWindowMessageA(QM_MESSAGE_CALLBACK), 0, 0) != FALSE;
+                  },
+                  &Refused};
 };
 
 class Factory final : public IClassFactory {

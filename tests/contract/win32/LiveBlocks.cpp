@@ -1,4 +1,4 @@
-#include "LiveBlocks.h"
+#include "../../sweep/LiveBlocks.h"
 
 namespace quillmar::contract {
 
