@@ -46,7 +46,7 @@ struct Machine::State {
   std::shared_ptr<HiveStore> currentUser;
   std::shared_ptr<HiveStore> localMachine;
   std::shared_ptr<WindowSystem> windows;
-  ProfileCache profiles;
+  ProfileCache profiles{paths};
   // Destroyed in reverse: the objects that programs registered live in the programs' code.
   InProcessPrograms programs;
   AutomationTable automation;

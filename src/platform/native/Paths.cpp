@@ -64,9 +64,13 @@ std::filesystem::path FindEntry(const std::filesystem::path& folder, const std::
   return found;
 }
 
+std::filesystem::path Appended(std::filesystem::path path, const std::vector<std::string>& parts) {
+  for (const std::string& part : parts) path /= ToUtf8(Widen(part));
+  return path;
+}
+
 std::filesystem::path Resolve(std::filesystem::path path, const std::vector<std::string>& parts) {
-  std::filesystem::path exact = path;
-  for (const std::string& part : parts) exact /= ToUtf8(Widen(part));
+  std::filesystem::path exact = Appended(path, parts);
   if (Exists(exact)) return exact;
   for (const std::string& part : parts) {
     std::u16string name = Widen(part);
@@ -88,6 +92,18 @@ Paths::Paths(const std::filesystem::path& machineRoot) {
   if (error || root.empty()) root = machineRoot;
 }
 
+std::filesystem::path Paths::DriveFolder(char letter) const {
+  return root / (std::string(kDrivePrefix) + letter);
+}
+
+bool Paths::NamesExactly(std::string_view windowsPath,
+                         const std::filesystem::path& hostPath) const {
+  if (!HasDrive(windowsPath)) return false;
+  std::vector<std::string> parts;
+  AppendParts(windowsPath.substr(2), parts);
+  return hostPath == Appended(DriveFolder(LowerCharacter(windowsPath[0])), parts);
+}
+
 std::filesystem::path Paths::ToHost(std::string_view windowsPath) const {
   windowsPath = windowsPath.substr(0, windowsPath.find('\0'));
   char drive = kDefaultDrive;
@@ -104,7 +120,7 @@ std::filesystem::path Paths::ToHost(std::string_view windowsPath) const {
     }
   }
   AppendParts(windowsPath, parts);
-  return Resolve(root / (std::string(kDrivePrefix) + drive), parts);
+  return Resolve(DriveFolder(drive), parts);
 }
 
 std::string Paths::ToWindows(const std::filesystem::path& hostPath) const {

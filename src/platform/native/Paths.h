@@ -19,10 +19,16 @@ class Paths {
   // taken from the current folder, or from its drive's root when it begins with a backslash.
   std::filesystem::path ToHost(std::string_view windowsPath) const;
 
+  // Whether that is the host's path of a Windows path letter by letter, whatever else there is and
+  // wherever the current folder is.
+  bool NamesExactly(std::string_view windowsPath, const std::filesystem::path& hostPath) const;
+
   // The Windows path of a host path below the root; empty when it is not below it.
   std::string ToWindows(const std::filesystem::path& hostPath) const;
 
  private:
+  std::filesystem::path DriveFolder(char letter) const;
+
   std::filesystem::path root;
 };
 

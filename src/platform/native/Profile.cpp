@@ -10,9 +10,9 @@
 namespace quillmar::platform {
 namespace {
 
-std::filesystem::path PathOf(const std::string& file) {
+std::string WithFolder(const std::string& file) {
   bool bare = file.find_first_of("\\/:") == std::string::npos;
-  return Machine::Current().HostPath(bare ? JoinPath(WindowsFolder(), file) : file);
+  return bare ? JoinPath(WindowsFolder(), file) : file;
 }
 
 bool IsQuoted(std::u16string_view value) {
@@ -74,7 +74,7 @@ std::size_t GetProfileText(const std::string& file, const char* section, const c
                            const char* fallback, char* buffer, std::size_t size) {
   if (buffer == nullptr || size == 0) return 0;
   std::shared_ptr<const ProfileFile> profile =
-      Machine::Current().Internals().profiles.Get(PathOf(file));
+      Machine::Current().Internals().profiles.Get(WithFolder(file));
   if (section == nullptr) return CopyList(profile->Sections(), buffer, size);
   std::u16string home = Widen(section);
   std::u16string deputy = Widen(fallback != nullptr ? fallback : "");
@@ -86,7 +86,7 @@ std::size_t GetProfileText(const std::string& file, const char* section, const c
 bool WriteProfileText(const std::string& file, const char* section, const char* key,
                       const char* value) {
   if (section == nullptr) return false;
-  std::filesystem::path path = PathOf(file);
+  std::filesystem::path path = Machine::Current().HostPath(WithFolder(file));
   FolderLock lock(path.parent_path());
   std::optional<FileContents> contents = lock.Held() ? ReadFile(path) : std::nullopt;
   if (!contents) return false;
