@@ -23,7 +23,7 @@
 /** What a page is told. Only QM_PAGE_VALIDATE has a result. */
 enum QmPageEvent {
   QM_PAGE_OPEN = 1,     /**< the page's window was made; it is shown for the first time */
-  QM_PAGE_VALIDATE = 2, /**< the user pressed OK; 0 keeps the sheet open */
+  QM_PAGE_VALIDATE = 2, /**< the user pressed OK or leaves the page; 0 keeps the page open */
   QM_PAGE_ACCEPT = 3,   /**< every page was content: take the values over */
   QM_PAGE_CANCEL = 4,   /**< the user cancelled */
   QM_PAGE_HELP = 5      /**< the user asked for help on this page */

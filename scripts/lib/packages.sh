@@ -8,7 +8,7 @@ test_packages=(clang libclang-rt-14-dev clang-format googletest libgtest-dev lib
 # Without it one test is skipped.
 browser_packages=(chromium)
 windows_packages=(g++ cmake ninja-build g++-mingw-w64-i686-posix nlohmann-json3-dev libcli11-dev libfmt-dev
-  googletest libgtest-dev libgmock-dev pkg-config)
+  googletest libgtest-dev libgmock-dev pkg-config xvfb)
 isolated_wine_packages=(mmdebstrap arch-test bubblewrap uidmap debian-archive-keyring)
 sqlite_source_packages=(dpkg-dev tcl make gcc)
 

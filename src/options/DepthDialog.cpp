@@ -19,6 +19,7 @@ constexpr int kChildrenControl = 102;
 constexpr int kTextNone = 45;
 constexpr int kTextAll = 46;
 constexpr int kTextNoDepth = 47;
+constexpr int kTitle = 4143;
 
 constexpr const char* kSection = "OptGeneral";
 constexpr const char* kFields[] = {"DepthParIdx", "DepthChiIdx"};
@@ -109,7 +110,7 @@ std::optional<Depths> AskDepths(const OptionsStore& options, const LanguageTable
   surroundings.translate = [&texts](QmWindow dialog) { texts.TranslateWindow(dialog); };
   std::set<int> numbers = OfferedDepths(options);
   const std::vector<std::string> items = Items(numbers, texts);
-  Form form{.title = options.Title(),
+  Form form{.title = texts.GetText(kTitle),
             .dialogTemplate = kTemplate,
             .fields = {DepthField(options, kFields[0], kParentsControl, items),
                        DepthField(options, kFields[1], kChildrenControl, items)},

@@ -1,6 +1,7 @@
 #include "options/FileNamePage.h"
 
 #include "base/RegistryKey.h"
+#include "options/DepthDialog.h"
 #include "options/OptionsSheet.h"
 
 namespace quillmar {
@@ -15,6 +16,7 @@ constexpr int kTemplate = 4004;
 constexpr int kPageTitle = 4100;
 constexpr int kSpacesControl = 101;  // three buttons
 constexpr int kSpacesFrame = 104;
+constexpr int kDepthsButton = 150;
 
 // Parts of the page, as bits of the host's mask.
 constexpr std::uint32_t kLocalItems = 1;
@@ -78,7 +80,7 @@ FileNamePage::FileNamePage(const OptionsStore& store, const LanguageTable& langu
   settings.Use(options.Key() + "\\", offers.hostIniFile);
 }
 
-Form FileNamePage::MakeForm() const {
+Form FileNamePage::MakeForm(const platform::DialogSurroundings& surroundings) const {
   Form form{.title = texts.GetText(kPageTitle), .dialogTemplate = kTemplate, .fields = {}};
   const std::uint32_t items = settings.Items();
   AddSide(form, {"Local", 110, settings.LocalPartsItems()},
@@ -94,6 +96,14 @@ Form FileNamePage::MakeForm() const {
        .items = {"0", "1", "2"},
        .shown = (items & kSpacesItem) != 0 && !options.Flag(kHideReplaceFileSpaces),
        .companions = {kSpacesFrame}});
+  // The scans themselves ask nothing, since programs start them, too. The depths are a dialog of
+  // their own: what was confirmed there holds, however the sheet ends.
+  form.fields.push_back({.kind = FieldKind::Button,
+                         .name = "OptGeneral.Depths",
+                         .control = kDepthsButton,
+                         .press = [this, &surroundings](QmWindow page) {
+                           AskDepths(options, texts, {surroundings.resources, page});
+                         }});
   return form;
 }
 

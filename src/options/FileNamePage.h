@@ -1,5 +1,5 @@
-// The page of the options sheet for file names and folders. It edits the registry's values
-// directly: names that are made later read them anew.
+// The general page of the options sheet: file names, folders, and the way to the depths of scans.
+// It edits the registry's values directly: names that are made later read them anew.
 #pragma once
 
 #include "options/FileNameSettings.h"
@@ -15,7 +15,8 @@ class FileNamePage {
  public:
   FileNamePage(const OptionsStore& options, const LanguageTable& texts, const SheetOffers& offers);
 
-  platform::Form MakeForm() const;
+  // The form refers to this page and to `surroundings`, which its dialogs come from.
+  platform::Form MakeForm(const platform::DialogSurroundings& surroundings) const;
   // Writes what the page shows, all of it or nothing where the machine can do that, and the copies
   // for older programs.
   void Save(platform::Form& page) const;

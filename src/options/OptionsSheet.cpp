@@ -141,7 +141,7 @@ bool ShowOptionsSheet(OptionsStore& options, const LanguageTable& texts, const S
                         .pages = {},
                         .helpFile = options.Extras().helpFile,
                         .helpContext = options.Extras().helpContext};
-  if (shown.general) sheet.pages.emplace_back(fileNames.MakeForm());
+  if (shown.general) sheet.pages.emplace_back(fileNames.MakeForm(surroundings));
   if (shown.bom) sheet.pages.emplace_back(BomPage(options, texts, offers));
   if (shown.kc) sheet.pages.emplace_back(KcPage(options, texts));
   const std::size_t ownPages = sheet.pages.size();

@@ -19,7 +19,8 @@ enum class FieldKind {
   Radio,   // buttons with consecutive identifiers; `number` is the index of the chosen one
   Choice,  // a list; `number` is the index in `items`, -1 for none
   Entry,   // a list with a field to type into: `number`, or -1 and what was typed in `text`
-  Rows     // lines of two texts; see RowControl
+  Rows,    // lines of two texts; see RowControl
+  Button   // does its `press` while the dialog stays open, and holds nothing
 };
 
 // Controls of a Rows field, counted from its own identifier, which is the list's.
@@ -49,6 +50,7 @@ struct FormField {
   std::vector<std::string> firstTexts{};
   bool shown = true;              // false hides the control, and what it held stays
   std::vector<int> companions{};  // further controls that are hidden with it
+  std::function<void(QmWindow owner)> press{};
 };
 
 struct Form {

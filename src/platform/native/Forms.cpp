@@ -27,6 +27,8 @@ std::string ShownValue(const FormField& field) {
     }
     case FieldKind::Rows:
       break;
+    case FieldKind::Button:
+      return {};
   }
   std::string lines;
   for (const FormRow& row : field.rows) lines += row.first + "=" + row.second + ";";
@@ -75,6 +77,9 @@ void AnswerField(FormField& field, const std::string& answer) {
       break;
     case FieldKind::Rows:
       SetRows(field, answer);
+      break;
+    case FieldKind::Button:
+      field.press(0);
       break;
   }
 }

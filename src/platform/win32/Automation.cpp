@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/win32/AutomationValues.h"
+#include "platform/win32/SpareWorker.h"
 
 #include <objbase.h>
 
@@ -103,7 +104,7 @@ AutomationResult ResultOf(Variant& answer, AutomationType type) {
 
 class DispatchObject final : public AutomationObject {
  public:
-  explicit DispatchObject(IDispatch* owned) : dispatch(owned) {}
+  explicit DispatchObject(IDispatch* owned) : dispatch(owned) { win32::SetWorkerAside(); }
   ~DispatchObject() override {
     if (dispatch != nullptr) dispatch->Release();
   }

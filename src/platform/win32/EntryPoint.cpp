@@ -1,6 +1,7 @@
 // The entry point that the system calls in the library. Compiled into the library alone.
 #include "platform/EntryPoint.h"
 
+#include "platform/win32/SpareWorker.h"
 #include "platform/win32/Win32.h"
 
 namespace {
@@ -17,6 +18,7 @@ bool Attach(HINSTANCE self) {
 void Detach(bool processEnding) {
   if (!attached) return;
   attached = false;
+  quillmar::platform::win32::GiveWorkerBack();
   quillmar::OnLibraryDetach(processEnding);
 }
 

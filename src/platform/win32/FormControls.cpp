@@ -10,7 +10,7 @@
 namespace quillmar::platform::win32 {
 namespace {
 
-constexpr int kColumnWidth = 110;
+constexpr int kFirstColumnPercent = 40;
 
 LRESULT Send(HWND dialog, int control, UINT message, WPARAM first = 0,
              const void* second = nullptr) {
@@ -45,11 +45,15 @@ void FillRows(HWND dialog, const FormField& field) {
 
 void MakeRowControls(HWND dialog, const FormField& field) {
   const HWND list = GetDlgItem(dialog, field.control);
+  RECT room{};
+  GetClientRect(list, &room);
+  const int width = static_cast<int>(room.right) - GetSystemMetrics(SM_CXVSCROLL);
+  const int first = width * kFirstColumnPercent / 100;
   for (int column = 0; column < 2; ++column) {
     std::string heading = field.headings.at(static_cast<std::size_t>(column));
     LVCOLUMNA description{};
     description.mask = LVCF_TEXT | LVCF_WIDTH;
-    description.cx = kColumnWidth;
+    description.cx = column == 0 ? first : width - first;
     description.pszText = heading.data();
     SendMessageA(list, LVM_INSERTCOLUMNA, static_cast<WPARAM>(column),
                  reinterpret_cast<LPARAM>(&description));
@@ -79,6 +83,8 @@ void FillControl(HWND dialog, const FormField& field) {
       break;
     case FieldKind::Rows:
       MakeRowControls(dialog, field);
+      break;
+    case FieldKind::Button:
       break;
   }
 }
@@ -129,8 +135,9 @@ void ReadControl(HWND dialog, FormField& field) {
     case FieldKind::Entry:
       ReadEntry(dialog, field);
       break;
-    case FieldKind::Rows:
-      break;  // changes are made in the field itself
+    case FieldKind::Rows:  // changes are made in the field itself
+    case FieldKind::Button:
+      break;
   }
 }
 
@@ -192,6 +199,8 @@ void OnControl(HWND dialog, Form& form, int control, int code) {
       SetRow(dialog, field);
     } else if (field.kind == FieldKind::Rows && part == kRowRemove && code == BN_CLICKED) {
       RemoveRow(dialog, field);
+    } else if (field.kind == FieldKind::Button && part == 0 && code == BN_CLICKED) {
+      field.press(ToWindow(dialog));
     }
   }
 }

@@ -1,29 +1,42 @@
-// The options sheet as a user works with it, on the machine whose dialogs are answered by a script.
+// The options sheet, the depths of scans and the About box as a user works with them.
 #include "Calculation.h"
-#include "platform/native/Machine.h"
+#include "FormUser.h"
 
 namespace quillmar::contract {
 namespace {
 
-using platform::FormAnswer;
-using platform::Machine;
-using testing::IsSupersetOf;
+constexpr uint32_t kCommandMessage = 0x0111;
 
 const std::string kOptions = kModuleKey + "\\Sheet";
 
 // A caller's page that notes what it is told.
 struct Page {
   Page()
-      : page{QM_OPTIONS_PAGE_SIGNATURE, sizeof page, nullptr, 1, "Mine", this, &OnEvent, nullptr} {}
+      : page{QM_OPTIONS_PAGE_SIGNATURE,
+             sizeof page,
+             PageResources(),
+             kPageTemplate,
+             "Mine",
+             this,
+             &OnEvent,
+             &OnMessage} {}
+  // Of several questions on the way to the end, one is kept.
   static int QM_CDECL OnEvent(void* context, int event, QmWindow) {
     auto& self = *static_cast<Page*>(context);
-    self.events.push_back(event);
+    if (self.events.empty() || self.events.back() != event) self.events.push_back(event);
     return event != QM_PAGE_VALIDATE || self.refusals-- <= 0 ? 1 : 0;
+  }
+  static int QM_CDECL OnMessage(void* context, QmWindow, uint32_t message, uintptr_t control,
+                                intptr_t) {
+    auto& self = *static_cast<Page*>(context);
+    if (message == kCommandMessage && (control & 0xFFFF) == 101) self.clicked = true;
+    return 0;
   }
 
   QmOptionsPage page;
   std::vector<int> events;
   int refusals = 0;
+  bool clicked = false;
 };
 
 class OptionsDialog : public Calculation {
@@ -33,16 +46,17 @@ class OptionsDialog : public Calculation {
       ClearKey(Hive::CurrentUser, kOptions + section);
     }
     Set();
-    Machine::Current().Shown().clear();
   }
 
   void Set(const std::vector<const QmOptionsPage*>& pages = {}) {
     EXPECT_EQ(module.SetOptions(pages.data(), static_cast<int>(pages.size()), "Sheet", "", 0), 0);
   }
 
-  int Show(const std::vector<FormAnswer>& answers) {
-    for (const FormAnswer& answer : answers) Machine::Current().Answers().forms.push_back(answer);
-    return module.ShowOptionsDialog();
+  int Show(const std::vector<Entries>& entries) {
+    FormUser user(entries);
+    const int result = module.ShowOptionsDialog();
+    seen = user.Leave();
+    return result;
   }
 
   std::string Stored(const char* section, const char* name) {
@@ -52,7 +66,9 @@ class OptionsDialog : public Calculation {
     return number ? std::to_string(*number) : kMissing;
   }
 
-  static std::string LastShown() { return Machine::Current().Shown().back().text; }
+  std::string Shown() const { return seen.empty() ? "" : seen.front().text; }
+
+  std::vector<SeenDialog> seen;
 };
 
 TEST_F(OptionsDialog, ShowsWhatIsInForceAndSavesWhatWasEntered) {
@@ -72,11 +88,12 @@ TEST_F(OptionsDialog, ShowsWhatIsInForceAndSavesWhatWasEntered) {
                    {"OptGeneral2.SharedStructure", "1"},
                    {"OptGeneral2.ReplaceSpaces", "1"}}}),
             1);
-  EXPECT_EQ(Machine::Current().Shown().back().title, "Options");
+  ASSERT_THAT(seen, testing::SizeIs(1));
+  EXPECT_EQ(seen.front().title, "Options");
   for (const char* shown :
        {"[File names]\n", "OptGeneral2.LocalFileName: %CBFName%\n", "[Bill of materials]\n",
         "OptBom.TitleExt: %Caption%\n", "OptBom.Tags: Old=%Mass%;\n", "OptKC.PicSize: 56\n"}) {
-    EXPECT_THAT(LastShown(), HasSubstr(shown));
+    EXPECT_THAT(Shown(), HasSubstr(shown));
   }
   struct Row {
     const char* section;
@@ -124,7 +141,7 @@ TEST_F(OptionsDialog, DefaultTagsStandInFrontAndComeBack) {
   EXPECT_EQ(Stored("OptBom", "User_Mine"), "m");
   Set();
   EXPECT_EQ(Show({{}}), 1);
-  EXPECT_THAT(LastShown(),
+  EXPECT_THAT(Shown(),
               HasSubstr("Tags: Description=Description;Size=Size;Standard=Standard;Mine=m;"));
   EXPECT_EQ(Stored("OptBom", "Standard"), "Standard") << "saving again keeps them";
   EXPECT_EQ(Show({{{"OptBom.DefaultTags", "0"}}}), 1);
@@ -142,7 +159,7 @@ TEST_F(OptionsDialog, FlagsAndMasksHideParts) {
   Set();
   EXPECT_EQ(Show({{{"OptGeneral2.SharedFileName", "x"}, {"OptBom.ReplaceSpaces", "1"}}}), 1);
   for (const char* hidden : {"OptKC", "Shared", "ReplaceSpaces"}) {
-    EXPECT_THAT(LastShown(), testing::Not(HasSubstr(hidden)));
+    EXPECT_THAT(Shown(), testing::Not(HasSubstr(hidden)));
   }
   EXPECT_EQ(Stored("OptGeneral2", "SharedFileName"), kMissing);
   EXPECT_EQ(Stored("OptGeneral2", "SharedStructure"), "5");
@@ -160,13 +177,15 @@ TEST_F(OptionsDialog, PagesOfTheCallerTakePart) {
   const auto* noPage = reinterpret_cast<const QmOptionsPage*>(unterminated + 1);
   Set({&first.page, nullptr, &wrongSize, noPage, reinterpret_cast<const QmOptionsPage*>(16),
        &second.page});
-  EXPECT_EQ(Show({{}, {}}), 1);
-  EXPECT_THAT(LastShown(), testing::EndsWith("[Mine]\n[Mine]\n"));
-  EXPECT_THAT(second.events,
-              ElementsAre(QM_PAGE_OPEN, QM_PAGE_VALIDATE, QM_PAGE_VALIDATE, QM_PAGE_ACCEPT));
+  EXPECT_EQ(Show({{{"Mine.Check", "1"}}, {}}), 1);
+  EXPECT_LT(Shown().find("[Mine]"), Shown().rfind("[Mine]")) << "two of them";
+  EXPECT_THAT(second.events, ElementsAre(QM_PAGE_OPEN, QM_PAGE_VALIDATE, QM_PAGE_ACCEPT));
+  EXPECT_LT(second.refusals, 0) << "asked again";
+  EXPECT_EQ(first.clicked, kDialogsAreWindows);
   first.events.clear();
   EXPECT_EQ(Show({}), 0);
-  EXPECT_THAT(first.events, ElementsAre(QM_PAGE_OPEN, QM_PAGE_CANCEL));
+  EXPECT_EQ(first.events.front(), QM_PAGE_OPEN);
+  EXPECT_EQ(first.events.back(), QM_PAGE_CANCEL);
   EXPECT_EQ(module.SetOptions(nullptr, 5, nullptr, nullptr, 0), 0);
 }
 
@@ -176,14 +195,50 @@ TEST_F(OptionsDialog, WithoutPagesThereIsNoSheet) {
   }
   Set();
   EXPECT_EQ(Show({{}}), 0);
-  EXPECT_THAT(Machine::Current().Shown(), IsEmpty());
+  EXPECT_THAT(seen, IsEmpty());
+}
+
+TEST_F(OptionsDialog, DepthsOfScansAreReachedFromTheGeneralPage) {
+  struct Row {
+    std::vector<Entries> entries;  // of the depth dialog
+    std::size_t dialogs;           // beside the sheet
+    const char* shown;             // of the depth dialog
+    std::string values;
+    std::string parents;
+    std::string children;
+  };
+  for (const Row& row :
+       {Row{{}, 1, "DepthParIdx: All\nDepthChiIdx: All\n", kMissing, kMissing, kMissing},
+        Row{{{{"DepthParIdx", "5"}, {"DepthChiIdx", "None"}}}, 1, "All", "1,2,3,5", "4", "0"},
+        Row{{{{"DepthChiIdx", "0"}}, {{"DepthChiIdx", "3"}}},
+            2,
+            "DepthParIdx: 5\nDepthChiIdx: None\n",
+            "1,2,3,5",
+            "4",
+            "3"}}) {
+    std::vector<Entries> entries{{{"OptGeneral.Depths", "press"}}};
+    entries.insert(entries.end(), row.entries.begin(), row.entries.end());
+    Show(entries);
+    ASSERT_THAT(seen, testing::SizeIs(1 + row.dialogs));
+    EXPECT_EQ(seen[1].title, "Depth of scans");
+    EXPECT_THAT(seen[1].text, HasSubstr(row.shown));
+    if (row.dialogs > 1) {
+      EXPECT_EQ(seen[2].text, "Enter a number greater than 0.");
+    }
+    EXPECT_EQ(Stored("OptGeneral", "DepthValues"), row.values);
+    EXPECT_EQ(Stored("OptGeneral", "DepthParIdx"), row.parents);
+    EXPECT_EQ(Stored("OptGeneral", "DepthChiIdx"), row.children);
+  }
 }
 
 TEST_F(OptionsDialog, TheAboutBoxShowsItsText) {
-  EXPECT_EQ(module.ShowAboutDlg("About", "Version 1"), 1);
-  EXPECT_EQ(Machine::Current().Shown().back().title, "About");
-  EXPECT_EQ(LastShown(), "Version 1");
+  FormUser user;
+  EXPECT_EQ(module.ShowAboutDlg("About it", "Version 1"), 1);
   EXPECT_EQ(module.ShowAboutDlg(nullptr, nullptr), 1);
+  seen = user.Leave();
+  ASSERT_THAT(seen, testing::SizeIs(2));
+  EXPECT_EQ(seen[0].title, "About it");
+  EXPECT_EQ(seen[0].text, "Version 1");
 }
 
 }  // namespace
