@@ -32,7 +32,8 @@ void Alone(benchmark::State& state, const StorageTable& storage, const CadDriver
   const TemporaryMachine machine;
   const ModuleWorld world(storage, InstantLinks(), driver);
   WriteTable();
-  for (auto step : state) work(world);
+  const Step step = work(world);
+  for (auto round : state) step();
   state.SetComplexityN(state.range(0));
 }
 
@@ -73,7 +74,8 @@ void ConversionAlone(benchmark::State& state) {
   storage.Com_GetVersion.pointer = &GetVersion;
   storage.Com_SetVersion.pointer = &SetVersion;
   const Ids ids(static_cast<std::size_t>(Count(state)), "P0000001");
-  Alone(state, storage, InstantDriver(), [&](const ModuleWorld& world) { ConvertAll(world, ids); });
+  Alone(state, storage, InstantDriver(),
+        [&](const ModuleWorld& world) -> Step { return [&] { ConvertAll(world, ids); }; });
 }
 BENCHMARK(ConversionAlone)
     ->Arg(100)
@@ -101,7 +103,7 @@ void ConversionOnRealStorage(benchmark::State& state, bool throughModule) {
     WriteTable();
     Ids ids;
     for (int i = 0; i < Count(state); ++i) ids.push_back(MakeOldGear(world));
-    return [ids](const ModuleWorld& on) { ConvertAll(on, ids); };
+    return [ids](const ModuleWorld& on) -> Step { return [ids, &on] { ConvertAll(on, ids); }; };
   };
   OnRealStorage(state, prepare, InstantDriver(), throughModule);
 }
@@ -152,7 +154,7 @@ void ScanAlone(benchmark::State& state) {
   storage.Com_GetKeyList.pointer = &ChildrenOf;
   storage.Com_GetProtocolCount.pointer = &NoMembers;
   Alone(state, storage, ChainDriver(),
-        [&](const ModuleWorld& world) { Scan(world, Count(state)); });
+        [&](const ModuleWorld& world) -> Step { return [&] { Scan(world, Count(state)); }; });
 }
 BENCHMARK(ScanAlone)
     ->Arg(100)
@@ -179,7 +181,7 @@ void ScanOfCircles(benchmark::State& state) {
   storage.Com_GetKeyList.pointer = &CirclesOf;
   storage.Com_GetProtocolCount.pointer = &NoMembers;
   Alone(state, storage, ChainDriver(),
-        [&](const ModuleWorld& world) { Scan(world, Count(state)); });
+        [&](const ModuleWorld& world) -> Step { return [&] { Scan(world, Count(state)); }; });
 }
 BENCHMARK(ScanOfCircles)
     ->Arg(100)
@@ -207,7 +209,7 @@ Work PrepareChain(const ModuleWorld& world, int length) {
     if (i > 0) protocol.PutKeyWord("LinksTo", ChainId(i - 1), "d");
     protocol.MakeReference(chainTexts.emplace_back(), Markers::Standard);
   }
-  return [length](const ModuleWorld& on) { Scan(on, length); };
+  return [length](const ModuleWorld& on) -> Step { return [length, &on] { Scan(on, length); }; };
 }
 
 void ScanOnRealStorage(benchmark::State& state, bool throughModule) {
@@ -261,7 +263,7 @@ void GroupAlone(benchmark::State& state) {
   memberList.clear();
   for (int i = 0; i < Count(state); ++i) memberList += "M" + std::to_string(i) + ";";
   Alone(state, storage, InstantDriver(),
-        [](const ModuleWorld& world) { InsertGroup(world, "GROUP"); });
+        [](const ModuleWorld& world) -> Step { return [&] { InsertGroup(world, "GROUP"); }; });
 }
 BENCHMARK(GroupAlone)
     ->Arg(20)
@@ -270,27 +272,11 @@ BENCHMARK(GroupAlone)
     ->Complexity(benchmark::oN)
     ->Unit(benchmark::kMillisecond);
 
-std::string MakeMember(const ModuleWorld& world, int parameters) {
-  VXProtocol protocol(world.Protocols());
-  protocol.CreateNew();
-  protocol.PutKeyWord("Main", "DataFile", "KeelData|GEAR1");
-  protocol.SetTypeOfPart(2);
-  protocol.PutGlobalData("Caption", "Gear");
-  protocol.PutViewKey("MODEL");
-  protocol.SetVersion(kCurrentMajor, 0);
-  // Members are erased behind their insert otherwise.
-  protocol.PutCadx("DoNotErase", "1");
-  for (int i = 0; i < parameters; ++i) {
-    protocol.PutDataParam("parameter" + std::to_string(i), "2.5", "mm");
-  }
-  return protocol.GetProtocolID();
-}
-
 void GroupOnRealStorage(benchmark::State& state, bool throughModule) {
   const auto prepare = [&](const ModuleWorld& world) -> Work {
     Ids members;
     for (int i = 0; i < Count(state); ++i) {
-      members.push_back(MakeMember(world, static_cast<int>(state.range(1))));
+      members.push_back(MakeGear(world, static_cast<int>(state.range(1))));
     }
     VXProtocol group(world.Protocols());
     group.CreateNew();
@@ -298,7 +284,7 @@ void GroupOnRealStorage(benchmark::State& state, bool throughModule) {
     group.SetTypeOfPart(11);
     for (const std::string& member : members) group.PutProtocol(member, member);
     const std::string id = group.GetProtocolID();
-    return [id](const ModuleWorld& on) { InsertGroup(on, id); };
+    return [id](const ModuleWorld& on) -> Step { return [id, &on] { InsertGroup(on, id); }; };
   };
   OnRealStorage(state, prepare, InstantDriver(), throughModule);
 }
@@ -328,7 +314,7 @@ void CopyAlone(benchmark::State& state) {
   std::string reference = "P0000001<@PID>";
   for (int i = 0; i < Count(state); ++i) reference += item + "<@EL>";
   Alone(state, InstantStorage({.buffer = items}), InstantDriver(),
-        [&](const ModuleWorld& world) { Copy(world, reference); });
+        [&](const ModuleWorld& world) -> Step { return [&] { Copy(world, reference); }; });
 }
 BENCHMARK(CopyAlone)
     ->Arg(100)
@@ -347,7 +333,9 @@ void CopyOnRealStorage(benchmark::State& state, bool throughModule) {
     }
     std::string reference;
     protocol.MakeReference(reference, Markers::Standard);
-    return [reference](const ModuleWorld& on) { Copy(on, reference); };
+    return [reference](const ModuleWorld& on) -> Step {
+      return [reference, &on] { Copy(on, reference); };
+    };
   };
   OnRealStorage(state, prepare, InstantDriver(), throughModule);
 }

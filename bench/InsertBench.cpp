@@ -2,6 +2,7 @@
 // the same library calls made again without the module.
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <string>
 
 #include "InstantCompanions.h"
@@ -53,48 +54,16 @@ void ForwardedCall(benchmark::State& state) {
 }
 BENCHMARK(ForwardedCall);
 
-std::string MakeRealProtocol(const ModuleWorld& world, int parameters) {
-  VXProtocol protocol(world.Protocols());
-  protocol.CreateNew();
-  protocol.PutKeyWord("Main", "DataFile", "KEELDATA|GEAR1");
-  protocol.SetTypeOfPart(2);
-  protocol.PutGlobalData("Caption", "Gear");
-  protocol.PutViewKey("MODEL");
-  for (int i = 0; i < parameters; ++i) {
-    protocol.PutDataParam("parameter" + std::to_string(i), std::to_string(i * 0.5), "mm");
-  }
-  return protocol.GetProtocolID();
-}
-
-// One road of an open protocol through the module, or the library calls that it made, made again.
+// A road of a protocol that stays open.
 void PartOnRealStorage(benchmark::State& state, Road road, bool throughModule) {
-  RealCompanions real;
-  if (!real.Loaded()) {
-    state.SkipWithError("the storage library is not in the image");
-    return;
-  }
-  Recording calls;
-  Recording* recordTo = nullptr;
-  const RecordingTables tables = RecordInto(real.Storage(), real.Links(), recordTo);
-  ModuleWorld recorded(tables.storage, tables.links, InstantDriver());
-  ModuleWorld direct(real.Storage(), real.Links(), InstantDriver());
-  const std::string id = MakeRealProtocol(direct, static_cast<int>(state.range(0)));
-  {
-    VXProtocol protocol(recorded.Protocols(), id);
-    road(recorded.Services(), protocol);
-    recordTo = &calls;
-    road(recorded.Services(), protocol);
-    recordTo = nullptr;
-  }
-  VXProtocol protocol(direct.Protocols(), id);
-  for (auto step : state) {
-    if (throughModule) {
-      road(direct.Services(), protocol);
-    } else {
-      for (auto& call : calls) call();
-    }
-  }
-  state.counters["calls"] = static_cast<double>(calls.size());
+  const auto prepare = [&](const ModuleWorld& world) -> Work {
+    const std::string id = MakeGear(world, static_cast<int>(state.range(0)));
+    return [road, id](const ModuleWorld& on) -> Step {
+      const auto protocol = std::make_shared<VXProtocol>(on.Protocols(), id);
+      return [road, &on, protocol] { road(on.Services(), *protocol); };
+    };
+  };
+  OnRealStorage(state, prepare, InstantDriver(), throughModule);
 }
 BENCHMARK_CAPTURE(PartOnRealStorage, InsertThroughModule, &InsertPart, true)
     ->Arg(20)

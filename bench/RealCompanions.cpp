@@ -6,6 +6,7 @@
 #include <string>
 #include <tuple>
 
+#include "conversion/ProtocolConverter.h"
 #include "platform/Profile.h"
 
 namespace quillmar::bench {
@@ -128,6 +129,22 @@ RecordingTables RecordInto(const StorageTable& storage, const LinkTable& links, 
   return tables;
 }
 
+std::string MakeGear(const ModuleWorld& world, int parameters) {
+  VXProtocol protocol(world.Protocols());
+  protocol.CreateNew();
+  protocol.PutKeyWord("Main", "DataFile", "KeelData|GEAR1");
+  protocol.SetTypeOfPart(2);
+  protocol.PutGlobalData("Caption", "Gear");
+  protocol.PutViewKey("MODEL");
+  protocol.SetVersion(kCurrentMajor, 0);
+  // Members of groups are erased behind their insert otherwise.
+  protocol.PutCadx("DoNotErase", "1");
+  for (int i = 0; i < parameters; ++i) {
+    protocol.PutDataParam("parameter" + std::to_string(i), "2.5", "mm");
+  }
+  return protocol.GetProtocolID();
+}
+
 void OnRealStorage(benchmark::State& state, const Preparation& prepare,
                    const CadDriverTable& driver, bool throughModule) {
   RealCompanions real;
@@ -141,15 +158,17 @@ void OnRealStorage(benchmark::State& state, const Preparation& prepare,
   const ModuleWorld direct(real.Storage(), real.Links(), driver);
   const Work work = prepare(direct);
   if (throughModule) {
-    work(direct);
-    for (auto step : state) work(direct);
+    const Step step = work(direct);
+    step();
+    for (auto round : state) step();
   } else {
     const ModuleWorld recorded(tables.storage, tables.links, driver);
-    work(recorded);
+    const Step step = work(recorded);
+    step();
     recordTo = &calls;
-    work(recorded);
+    step();
     recordTo = nullptr;
-    for (auto step : state) {
+    for (auto round : state) {
       for (auto& call : calls) call();
     }
     state.counters["calls"] = static_cast<double>(calls.size());

@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "ModuleWorld.h"
@@ -38,10 +39,15 @@ struct RecordingTables {
 };
 RecordingTables RecordInto(const StorageTable& storage, const LinkTable& links, Recording*& calls);
 
-// What is measured, on whichever world it is given; done again and again it finds the same store.
-using Work = std::function<void(const ModuleWorld&)>;
+// What is measured; done again and again it finds the same store.
+using Step = std::function<void()>;
+// Makes it for the world that it is given, which must live longer.
+using Work = std::function<Step(const ModuleWorld&)>;
 // Makes the protocols that the work needs.
 using Preparation = std::function<Work(const ModuleWorld&)>;
+
+// A calculated gear with so many parameters, in the store of that world. Gives its identifier.
+std::string MakeGear(const ModuleWorld& world, int parameters);
 
 // The work through the module, or the library calls that it made, made again.
 void OnRealStorage(benchmark::State& state, const Preparation& prepare,
