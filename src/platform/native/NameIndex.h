@@ -18,10 +18,12 @@ class NameIndex {
   void Build(std::size_t count, NameOf nameOf) {
     std::size_t size = 8;
     while (size < count * 2) size *= 2;
-    slots.assign(size, kFree);
+    slots.assign(size, Slot());
     for (std::size_t number = 0; number < count; ++number) {
-      std::uint32_t& slot = slots[SlotOf(nameOf(number), nameOf)];
-      if (slot == kFree) slot = static_cast<std::uint32_t>(number);
+      const std::u16string_view name = nameOf(number);
+      const std::uint32_t hash = Hash(name);
+      Slot& slot = slots[PlaceOf(name, hash, nameOf)];
+      if (slot.number == kFree) slot = {static_cast<std::uint32_t>(number), hash};
     }
   }
 
@@ -31,12 +33,17 @@ class NameIndex {
   template <class NameOf>
   std::size_t Find(std::u16string_view name, NameOf nameOf) const {
     if (slots.empty()) return kNone;
-    const std::uint32_t number = slots[SlotOf(name, nameOf)];
+    const std::uint32_t number = slots[PlaceOf(name, Hash(name), nameOf)].number;
     return number == kFree ? kNone : number;
   }
 
  private:
   static constexpr std::uint32_t kFree = std::numeric_limits<std::uint32_t>::max();
+
+  struct Slot {
+    std::uint32_t number = kFree;
+    std::uint32_t hash = 0;  // so that the texts of other names, which lie anywhere, stay untouched
+  };
 
   // Letters outside ASCII do not match their capitals here: so it is with the system's functions.
   static char16_t Fold(char16_t character) {
@@ -51,23 +58,24 @@ class NameIndex {
     return true;
   }
 
-  static std::size_t Hash(std::u16string_view name) {
+  static std::uint32_t Hash(std::u16string_view name) {
     std::uint64_t hash = 14695981039346656037u;
     for (const char16_t character : name) hash = (hash ^ Fold(character)) * 1099511628211u;
-    return static_cast<std::size_t>(hash ^ (hash >> 32));
+    return static_cast<std::uint32_t>(hash ^ (hash >> 32));
   }
 
   // Where the name stands, or the free slot where it would be put.
   template <class NameOf>
-  std::size_t SlotOf(std::u16string_view name, NameOf nameOf) const {
-    std::size_t slot = Hash(name) & (slots.size() - 1);
-    while (slots[slot] != kFree && !Equal(nameOf(slots[slot]), name)) {
-      slot = (slot + 1) & (slots.size() - 1);
-    }
-    return slot;
+  std::size_t PlaceOf(std::u16string_view name, std::uint32_t hash, NameOf nameOf) const {
+    const auto isOther = [&](const Slot& slot) {
+      return slot.number != kFree && (slot.hash != hash || !Equal(nameOf(slot.number), name));
+    };
+    std::size_t place = hash & (slots.size() - 1);
+    while (isOther(slots[place])) place = (place + 1) & (slots.size() - 1);
+    return place;
   }
 
-  std::vector<std::uint32_t> slots;  // a power of two of them; at most half are taken
+  std::vector<Slot> slots;  // a power of two of them; at most half are taken
 };
 
 }  // namespace quillmar::platform
