@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -80,6 +81,23 @@ TEST(Machine, KeepsAReadOnlyProfileFileAsItIs) {
   EXPECT_FALSE(WriteProfileText(file, "M", "k", "new"));
   EXPECT_TRUE(WriteProfileText(file, "M", "k", "old"));
   EXPECT_EQ(test.ReadFile(file), "[M]\r\nk=old\r\n");
+}
+
+// A file is kept as long as nothing changes, and so is the way to it.
+TEST(Machine, ReadsTheProfileFileOfTheExactNameOnceThereIsOne) {
+  TestMachine test;
+  const fs::path folder = Machine::Current().Root() / "drive_c" / "Test";
+  const auto read = [] { return ReadProfileText("C:\\Test\\a.ini", "S", "k", "none", 16); };
+  const auto settle = [] { std::this_thread::sleep_for(std::chrono::milliseconds(80)); };
+  EXPECT_EQ(read(), "none");
+  for (const char* name : {"A.INI", "a.ini"}) {
+    std::ofstream(folder / name) << "[S]\nk=" << name << "\n";
+    settle();
+    EXPECT_EQ(read(), name);
+    EXPECT_EQ(read(), name);
+  }
+  fs::remove(folder / "a.ini");
+  EXPECT_EQ(read(), "A.INI");
 }
 
 TEST(Machine, MovesASetClockWithEachReading) {
