@@ -158,6 +158,7 @@ TEST(Job, IsWrittenBackAsTheSessionEnded) {
     {"do": "group", "name": "bolts", "members": [{"calculation": "THRJOIN", "inputs": {"d": 1}}]},
     {"do": "assembly", "name": "all"},
     {"do": "drawing", "name": "sheet 1", "of": "shaft"},
+    {"do": "picture", "name": "view", "of": "shaft"},
     {"do": "format", "name": "A3", "scale": 0.5},
     {"do": "old part", "name": "old", "calculation": "SHAFT", "kind": "shaft", "values": {"ElNum": 1}},
     {"do": "user part", "name": "lever", "views": "front", "unit": "in", "x": 1, "as": "DXF"},
@@ -188,6 +189,7 @@ TEST(BillOfMaterials, EqualPartsAreOneRowAndViewsAndDrawingsAreNoParts) {
   const auto document = session::DocumentJson::parse(R"({"objects": [
     {"viewOf": "", "extendedData": {"Description": "Bolt", "Size": "M8"}},
     {"viewOf": "", "extendedData": {}},
+    {"viewOf": "", "extendedData": {"Description": "Drive"}, "kind": "assembly"},
     {"viewOf": "P1", "extendedData": {"Description": "Bolt", "Size": "M8"}},
     {"viewOf": "", "extendedData": {"Description": "Bolt", "Size": "M8"}, "placement": {}},
     {"viewOf": "", "extendedData": {"Description": "Pin, \"hard\"", "Mass": "2"}},

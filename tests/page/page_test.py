@@ -259,6 +259,8 @@ def sheets_are_drawn(session):
     for record in session.document["objects"]:
         if "placement" in record:
             assert session.card(record["name"]).all(lambda n: n.tag == "img"), record["name"]
+    names = [record["placement"]["drawingFile"] for record in session.document["objects"] if "placement" in record]
+    expect({name.rsplit(".", 1)[1].lower() for name in names}, {"dxf", "wmf"}, "files on the sheet")
 
 
 def solids_are_drawn_when_they_are_opened(session):

@@ -17,7 +17,7 @@ import time
 JOB = {
     "document": "Drive",
     "steps": [
-        {"do": "calculate", "name": "gears", "calculation": "GEAR1", "inputs": {"parts": 3}},
+        {"do": "calculate", "name": "gears", "calculation": "GEAR1", "inputs": {"z1": 17}},
         {"do": "calculate", "name": "bolts", "calculation": "THRJOIN", "inputs": {"N": 4}},
         {"do": "old part", "name": "old shaft", "calculation": "SHAFT", "kind": "shaft",
          "values": {"ElNum": 2, "d_1": 35, "l_1": 40, "d_2": 50, "l_2": 90, "npodpor": 2,
@@ -96,7 +96,7 @@ def a_saved_job_changes_nothing_and_a_changed_one_changes_in_place(image, folder
                          ("format", ["Standard|DIN", "PrfStd|DIN", "xxScale|0.25|"])):
         for value in values:
             assert "|" + value in objects[name]["connection"], (name, value)
-    expect([o["extendedData"]["Standard"] for n, o in objects.items() if n.startswith("GEAR1")], ["ANSI"] * 2)
+    expect([o["extendedData"]["Standard"] for n, o in objects.items() if n.startswith("GEAR1")], ["ANSI"])
     left = changed.folder / "machine/drive_c/Drawboard/Document"
     expect([path.name for path in left.iterdir() if "older" in path.name], [], "the older document")
 
@@ -117,8 +117,8 @@ def check_whole(folder):
 def an_interrupted_session_leaves_whole_files(image, folders):
     start = time.monotonic()
     saving = lambda count: lambda shown: shown.count(b"saving ") >= count
-    moments = [saving(1), saving(4), lambda shown: b"2/6" in shown, lambda shown: b"5/6" in shown,
-               lambda shown: time.monotonic() > start + 1]
+    moments = [saving(1), saving(4), lambda shown: b"2/6" in shown,
+               lambda shown: time.monotonic() > start + 0.5]
     for i, moment in enumerate(moments):
         run = Run(image, next(folders), JOB)
         start = time.monotonic()
@@ -126,7 +126,7 @@ def an_interrupted_session_leaves_whole_files(image, folders):
         check_whole(run.folder)
         assert not (run.folder / "saved.json").exists(), "a job that was not carried out"
         if i < 2:
-            expect(len(run.objects()), 7, "objects that were saved")
+            expect(len(run.objects()), 6, "objects that were saved")
     Run(image, next(folders), JOB, after=run).to_end()
 
 

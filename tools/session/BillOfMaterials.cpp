@@ -43,9 +43,10 @@ std::string CsvCell(const std::string& text) {
   return quoted + "\"";
 }
 
-// A drawing shows a part that stands in the model anyway.
+// A drawing shows a part that stands in the model anyway, and the assembly is what the bill is for.
 bool CountsAsPart(const DocumentJson& object) {
-  return !object["extendedData"].empty() && object["viewOf"] == "" && !object.contains("placement");
+  return !object["extendedData"].empty() && object["viewOf"] == "" &&
+         !object.contains("placement") && object.value("kind", std::string()) != "assembly";
 }
 
 double NumberIn(const DocumentJson& object, const char* group, const char* name) {

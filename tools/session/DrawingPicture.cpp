@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <map>
 #include <sstream>
 #include <vector>
@@ -124,10 +125,7 @@ std::vector<Path> PathsOf(const std::vector<Entity>& entities) {
   return paths;
 }
 
-}  // namespace
-
-std::optional<std::string> SvgOfDxf(const std::string& dxf) {
-  const std::vector<Path> paths = PathsOf(ReadEntities(dxf));
+std::optional<std::string> SvgOfPaths(const std::vector<Path>& paths) {
   if (paths.empty()) return std::nullopt;
   double left = INFINITY, right = -INFINITY, top = INFINITY, bottom = -INFINITY;
   for (const Path& path : paths) {
@@ -158,6 +156,63 @@ std::optional<std::string> SvgOfDxf(const std::string& dxf) {
                             : "");
   }
   return text + "</svg>\n";
+}
+
+// --- metafiles: records of 16-bit words, little-endian ---
+
+class Metafile {
+ public:
+  explicit Metafile(const std::string& bytes) : bytes(bytes) {}
+
+  std::vector<Path> Paths() {
+    if (Word(0) != 0xCDD7 || Word(1) != 0x9AC6) return {};
+    // Behind the two headers: how long each record is in words, what it is, its words.
+    std::size_t size = 0;
+    for (std::size_t at = kHeaders; at + 3 <= bytes.size() / 2; at += size) {
+      size = Word(at) + (static_cast<std::size_t>(Word(at + 1)) << 16);
+      if (size < 3 || size > bytes.size() / 2 - at) break;
+      Add(Word(at + 2), at + 3, size - 3);
+    }
+    std::erase_if(paths, [](const Path& path) { return path.points.size() < 2; });
+    return std::move(paths);
+  }
+
+ private:
+  static constexpr std::size_t kHeaders = 11 + 9;
+  static constexpr int kEllipse = 0x0418, kMoveTo = 0x0214, kLineTo = 0x0213;
+
+  void Add(int function, std::size_t at, std::size_t count) {
+    if (function == kMoveTo && count == 2) {
+      paths.emplace_back().Add(Number(at + 1), -Number(at));
+    } else if (function == kLineTo && count == 2 && !paths.empty()) {
+      paths.back().Add(Number(at + 1), -Number(at));
+    } else if (function == kEllipse && count == 4) {
+      Entity circle;  // the box around it: bottom, right, top, left
+      circle.groups[10] = fmt::format("{}", (Number(at + 1) + Number(at + 3)) / 2);
+      circle.groups[20] = fmt::format("{}", -(Number(at) + Number(at + 2)) / 2);
+      circle.groups[40] = fmt::format("{}", std::abs(Number(at + 1) - Number(at + 3)) / 2);
+      paths.push_back(ArcPath(circle, 0, 360));
+    }
+  }
+  int Word(std::size_t word) const {
+    if (2 * word + 1 >= bytes.size()) return 0;
+    return static_cast<unsigned char>(bytes[2 * word]) |
+           static_cast<unsigned char>(bytes[2 * word + 1]) << 8;
+  }
+  double Number(std::size_t word) const { return static_cast<std::int16_t>(Word(word)); }
+
+  const std::string& bytes;
+  std::vector<Path> paths;
+};
+
+}  // namespace
+
+std::optional<std::string> SvgOfDxf(const std::string& dxf) {
+  return SvgOfPaths(PathsOf(ReadEntities(dxf)));
+}
+
+std::optional<std::string> SvgOfMetafile(const std::string& metafile) {
+  return SvgOfPaths(Metafile(metafile).Paths());
 }
 
 }  // namespace session

@@ -73,6 +73,37 @@ void Session::Perform(const Drawing& drawing) {
   Leave({}, objects, standing.empty());
 }
 
+// The picture is no part's drawing: it has a protocol of its own, by which it can be replaced.
+Session::Sheet Session::MakePicture(const std::string& protocolId, const std::string& name,
+                                    bool isNew) {
+  Sheet sheet;
+  sheet.metric = job.unit == "mm" ? 1 : 0;
+  Require(Call("MakePicture", fmt::format("\"{}\"", protocolId),
+               [&] { return module->call.MakePicture(protocolId.c_str(), sheet.file); }),
+          "MakePicture failed: the calculation host cannot draw the part");
+  if (!isNew) return sheet;
+  Require(Call("CreateUserProtocol", fmt::format("\"{}\"", ToUtf8(name)),
+               [&] {
+                 return module->call.CreateUserProtocol(sheet.protocolId, sheet.connection.data(),
+                                                        name.c_str());
+               }),
+          "CreateUserProtocol failed");
+  return sheet;
+}
+
+void Session::Perform(const Picture& picture) {
+  const std::string source = started[picture.of].objects.front();
+  const Names standing = Standing(picture.objects);
+  Obtain(source);
+  const DocumentJson before = Document();
+  Sheet sheet = MakePicture(ProtocolOf(before, source), picture.name, standing.empty());
+  PlaceDrawing(sheet, standing.empty() ? std::string() : standing.front());
+  const Names objects = standing.empty() ? NewObjects(before) : standing;
+  Done(fmt::format("\"{}\" is a picture of \"{}\"; on the sheet stands {}", ToUtf8(picture.name),
+                   source, ListOf(objects)));
+  Leave({}, objects, standing.empty());
+}
+
 void Session::Perform(const Format& format) {
   if (const Names standing = Standing(format.objects); !standing.empty()) {
     return Recalculate(kFormatDataFile, standing, {{kFormatScale, fmt::format("{}", format.scale)}},

@@ -78,6 +78,13 @@ struct Drawing {
   std::vector<std::string> objects;
 };
 
+// Puts a picture of it there, as the host draws it for documents.
+struct Picture {
+  std::string name;
+  std::string of;  // calculation
+  std::vector<std::string> objects;
+};
+
 // Puts a sheet format there.
 struct Format {
   std::string name;
@@ -116,8 +123,8 @@ struct GroupManager {
   std::string name;  // of the group
 };
 
-using Step = std::variant<Calculation, Change, Settings, NewLogin, Group, Assembly, Drawing, Format,
-                          OldPart, UserPart, LinkRefresh, GroupManager>;
+using Step = std::variant<Calculation, Change, Settings, NewLogin, Group, Assembly, Drawing,
+                          Picture, Format, OldPart, UserPart, LinkRefresh, GroupManager>;
 
 // The word that a job's "do" names a step with, the step's name (empty for one without), what it
 // does for people (UTF-8), and what was left of it by an earlier session (null for a step that

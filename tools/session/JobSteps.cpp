@@ -104,10 +104,12 @@ Step ReadAssembly(const Json& json, const std::string& field, Reading& reading) 
   return Assembly{ReadOwnName(json, field + ".", reading), ReadObjects(json, field + ".")};
 }
 
-Step ReadDrawing(const Json& json, const std::string& field, Reading& reading) {
+// A drawing, a picture.
+template <typename Made>
+Step ReadMadeOf(const Json& json, const std::string& field, Reading& reading) {
   CheckObject(json, field, {"name", "of", "objects"});
   const std::string where = field + ".";
-  Drawing step;
+  Made step;
   step.name = ReadOwnName(json, where, reading);
   step.of = ReadKnownName(json, where, "of", reading.started,
                           "the name of a calculation before this one");
@@ -175,7 +177,8 @@ constexpr StepKind kSteps[] = {
     {"log in again", ReadBare<NewLogin>},
     {"group", ReadGroup},
     {"assembly", ReadAssembly},
-    {"drawing", ReadDrawing},
+    {"drawing", ReadMadeOf<Drawing>},
+    {"picture", ReadMadeOf<Picture>},
     {"format", ReadFormat},
     {"old part", ReadOldPart},
     {"user part", ReadUserPart},
@@ -195,6 +198,7 @@ std::string Detail(const Group& step) {
 }
 std::string Detail(const Assembly&) { return "connect the assembly"; }
 std::string Detail(const Drawing& step) { return "draw " + step.of; }
+std::string Detail(const Picture& step) { return "make a picture of " + step.of; }
 std::string Detail(const Format& step) {
   return fmt::format("a sheet format, scale {}", step.scale);
 }

@@ -106,6 +106,7 @@ class Writer {
   }
 
   void Write(const Drawing& step, JobJson& json) { json["of"] = ToUtf8(step.of); }
+  void Write(const Picture& step, JobJson& json) { json["of"] = ToUtf8(step.of); }
 
   void Write(const Format& step, JobJson& json) {
     json["standard"] = ToUtf8(step.standard);

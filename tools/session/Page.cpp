@@ -11,11 +11,13 @@
 
 #include "drawboard/CodePage.h"
 #include "drawboard/DriveFiles.h"
+#include "platform/System.h"
 #include "session/Addin.h"
 #include "session/BillOfMaterials.h"
 #include "session/DrawingPicture.h"
 #include "session/Failures.h"
 #include "session/Model.h"
+#include "session/ModelPicture.h"
 #include "session/Notes.h"
 #include "session/Units.h"
 
@@ -45,6 +47,11 @@ std::string Base64(std::string_view bytes) {
   return text;
 }
 
+bool HasExtension(const std::string& path, const std::string& extension) {
+  const std::string lower = quillmar::platform::LowerCase(path);
+  return lower.size() > extension.size() && lower.ends_with(extension);
+}
+
 // Files that the page carries, each once. They are text blocks of their own, which a browser
 // neither shows nor decodes before somebody looks at one.
 class Attachments {
@@ -55,12 +62,19 @@ class Attachments {
     return known != numbers.end() ? known->second : numbers[path] = Keep(ReadWholeFile(path));
   }
   Json AddDrawing(const std::string& path) {
-    const auto dxf = ReadWholeFile(path);
-    return Keep(dxf ? SvgOfDxf(*dxf) : std::nullopt);
+    return Keep(Made(path, HasExtension(path, ".wmf") ? SvgOfMetafile : SvgOfDxf));
   }
+  // A body in a model file: its picture, and what can be turned.
+  Json AddModelPicture(const std::string& path) { return Keep(Made(path, SvgOfFacets)); }
+  Json AddModel(const std::string& path) { return Keep(Made(path, GlbOfFacets)); }
   const std::string& Blocks() const { return blocks; }
 
  private:
+  using Maker = std::optional<std::string> (*)(const std::string& contents);
+  static std::optional<std::string> Made(const std::string& path, Maker make) {
+    const auto contents = ReadWholeFile(path);
+    return contents ? make(*contents) : std::nullopt;
+  }
   Json Keep(const std::optional<std::string>& contents) {
     if (!contents) return nullptr;
     blocks += fmt::format("<script type=\"text/plain\" id=\"file-{}\">{}</script>\n", count,
@@ -165,6 +179,11 @@ Json ObjectJson(const DocumentJson& document, const Json& object, Attachments& f
   const std::string file = Bytes(shown["file"].get<std::string>());
   shown["picture"] = file.empty() ? Json() : files.Add(Beside(file, ".svg"));
   shown["solid"] = file.empty() ? Json() : files.Add(Beside(file, ".glb"));
+  if (const std::string model = Bytes(shown["modelPath"].get<std::string>());
+      HasExtension(model, ".c3d")) {
+    shown["picture"] = files.AddModelPicture(model);
+    shown["solid"] = files.AddModel(model);
+  }
   if (const auto placement = object.find("placement"); placement != object.end()) {
     shown["drawingFile"] = Text(*placement, "drawingFile");
     shown["picture"] = files.AddDrawing(Bytes(Text(*placement, "drawingFile")));

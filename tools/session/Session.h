@@ -66,6 +66,7 @@ class Session {
   void Perform(const Group& group);
   void Perform(const Assembly& assembly);
   void Perform(const Drawing& drawing);
+  void Perform(const Picture& picture);
   void Perform(const Format& format);
   void Perform(const OldPart& part);
   void Perform(const UserPart& part);
@@ -107,6 +108,7 @@ class Session {
   struct Sheet;
   Sheet MakeDrawing(const std::string& protocolId);
   void PlaceDrawing(Sheet& sheet, const std::string& standing);
+  Sheet MakePicture(const std::string& protocolId, const std::string& name, bool isNew);
 
   // --- programs of the suite (UserPartSteps.cpp, GroupSteps.cpp) ---
 

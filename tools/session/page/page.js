@@ -114,12 +114,12 @@ function showAssembly() {
   const strip = make('div', {class: 'strip'}, data.objects
     .filter(object => object.picture !== null && !SHEET_KINDS.includes(object.kind))
     .map(object => make('a', {href: `#o-${placeOf.get(object.name)}`, title: headline(object)}, image(object.picture, headline(object), 2))));
-  const text = solids ? `${counted(solids, 'solid')}. Each can be turned by itself, from its entry under “Parts”.`
-    : 'This session had no modeller of solids: the pictures are outlines, and nothing can be turned in 3D.';
+  const modeller = data.assembly !== null && data.assembly !== undefined;
+  const text = modeller ? `${counted(solids, 'solid')}. Each can be turned by itself, from its entry under “Parts”.`
+    : 'This session had no modeller of solids: the pictures are outlines, and only bodies from model files can be turned in 3D.';
   byId('assembly-body').append(
-    make('p', {class: solids ? null : 'notice', id: 'solids-note', 'data-solids': solids}, text), strip,
-    data.assembly === null || data.assembly === undefined ? ''
-      : make('p', {}, turnButton(`Assembly ${data.document}`, data.assembly, 'Turn the assembly in 3D')));
+    make('p', {class: modeller ? null : 'notice', id: 'solids-note', 'data-solids': solids}, text), strip,
+    !modeller ? '' : make('p', {}, turnButton(`Assembly ${data.document}`, data.assembly, 'Turn the assembly in 3D')));
   byId('assembly').hidden = !data.objects.length;
 }
 
