@@ -115,9 +115,8 @@ def check_whole(folder):
 
 
 def an_interrupted_session_leaves_whole_files(image, folders):
-    start = time.monotonic()
-    saving = lambda count: lambda shown: shown.count(b"saving ") >= count
-    moments = [saving(1), saving(4), lambda shown: b"2/6" in shown,
+    # The first part that is saved is a gear, which takes long enough to be interrupted.
+    moments = [lambda shown: b"saving " in shown, lambda shown: b"2/6" in shown,
                lambda shown: time.monotonic() > start + 0.5]
     for i, moment in enumerate(moments):
         run = Run(image, next(folders), JOB)
@@ -125,7 +124,7 @@ def an_interrupted_session_leaves_whole_files(image, folders):
         expect(run.interrupted(moment), 3, f"exit status at moment {i}")
         check_whole(run.folder)
         assert not (run.folder / "saved.json").exists(), "a job that was not carried out"
-        if i < 2:
+        if i == 0:
             expect(len(run.objects()), 6, "objects that were saved")
     Run(image, next(folders), JOB, after=run).to_end()
 
