@@ -155,7 +155,8 @@ TEST(GearPair, KeywaysInTheBoresAreTheStandards) {
     Inputs inputs;
     for (const auto& [name, text] : each.inputs) inputs.SetOrdered(name, text);
     std::map<std::string, std::string> values;
-    for (const DataParameter& one : Calculate(SpurGears(), inputs).front().parameters) {
+    const auto parts = Calculate(SpurGears(), inputs);
+    for (const DataParameter& one : parts.front().parameters) {
       values[one.name] = one.value;
     }
     EXPECT_EQ(values["bk"], each.width);

@@ -169,7 +169,8 @@ std::map<std::string, double> Calculated(
   Inputs inputs;
   for (const auto& [name, text] : given) inputs.SetOrdered(name, text);
   std::map<std::string, double> values;
-  for (const DataParameter& each : Calculate(Shafts(), inputs).front().parameters) {
+  const auto parts = Calculate(Shafts(), inputs);
+  for (const DataParameter& each : parts.front().parameters) {
     ParseNumber(each.value, values[each.name]);
   }
   return values;
