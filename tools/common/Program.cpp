@@ -13,7 +13,9 @@ namespace tools {
 
 int RunProgram(CLI::App& app, int count, char** arguments, const std::function<int()>& run) {
   app.set_version_flag("--version", app.get_name() + " " QM_VERSION_TEXT);
-  app.footer("Exit status: 0 done, 1 something was found, 2 it could not be done.");
+  const std::string more = app.get_footer();
+  app.footer("Exit status: 0 done, 1 something was found, 2 it could not be done" +
+             (more.empty() ? "." : ", " + more));
   try {
     app.parse(count, arguments);
   } catch (const CLI::ParseError& error) {
@@ -21,7 +23,7 @@ int RunProgram(CLI::App& app, int count, char** arguments, const std::function<i
   }
   try {
     const int status = run();
-    std::fflush(stdout);
+    RequireOutput();
     return status;
   } catch (const std::exception& error) {
     std::fflush(stdout);
@@ -33,6 +35,12 @@ int RunProgram(CLI::App& app, int count, char** arguments, const std::function<i
 void Tell(const std::string& line) {
   std::fputs((line + "\n").c_str(), stdout);
   std::fflush(stdout);
+}
+
+void RequireOutput() {
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    throw ToolError("Standard output cannot be written");
+  }
 }
 
 void Complain(const std::string& line) { std::fputs((line + "\n").c_str(), stderr); }

@@ -3,8 +3,7 @@
 #include <fmt/format.h>
 
 #include <cstdio>
-
-#include "common/Place.h"
+#include <cstdlib>
 
 namespace tools {
 namespace {
@@ -16,6 +15,11 @@ constexpr auto kInterval = std::chrono::milliseconds(100);
 
 std::string Style::Painted(const char* colour, const std::string& text) const {
   return colours ? fmt::format("\x1b[{}m{}\x1b[0m", colour, text) : text;
+}
+
+Style StyleOf(Stream stream) {
+  const char* refused = std::getenv("NO_COLOR");
+  return Style(IsTerminal(stream) && (refused == nullptr || *refused == '\0'));
 }
 
 ProgressBar::ProgressBar(std::string what, std::size_t total)

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <string>
 
+#include "common/Place.h"
+
 namespace tools {
 
 // Colours for one stream; texts as they are when it is no terminal.
@@ -21,6 +23,9 @@ class Style {
   std::string Painted(const char* colour, const std::string& text) const;
   bool colours;
 };
+
+// Colours on a terminal, unless the user wants none anywhere (NO_COLOR).
+Style StyleOf(Stream stream);
 
 // A line on the error stream that shows how far a long work is; nothing when that stream is no
 // terminal. The line is gone when the object is.

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <functional>
 #include <map>
@@ -84,10 +85,11 @@ Report ForEach(const std::string& what, const std::vector<std::string>& ids, boo
   return report;
 }
 
-int End(const Options& options, const std::string& text, const Report& report) {
-  if (!options.report.empty() && !WriteSystemFile(options.report, text)) {
-    throw ToolError("Cannot write " + options.report);
-  }
+bool WriteReport(const Options& options, const std::string& text) {
+  return options.report.empty() || WriteSystemFile(options.report, text);
+}
+
+int End(const Report& report) {
   if (interrupted != 0) {
     Complain("Interrupted. What was converted is stored; the same command goes on.");
     return kInterrupted;
@@ -100,7 +102,7 @@ int Run(const Options& options) {
   const Direction direction{!options.down, FromUser(options.settings),
                             FromUser(options.mappingFile)};
   const auto ids = store.Ids();
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   std::string told;
   const auto tell = [&](const std::string& heading, const Report& report) {
     Tell(style.Heading(heading));
@@ -112,11 +114,14 @@ int Run(const Options& options) {
   const Report foreseen = ForEach("Dry run", ids, options.verbose,
                                   [&](const std::string& id) { return dryRun.Try(id); });
   tell("What the conversion will do", foreseen);
+  // Before anything is changed: who wants it told must not find out afterwards that it was not.
+  RequireOutput();
+  if (!WriteReport(options, told)) throw ToolError("Cannot write " + options.report);
   if (!options.apply) {
     Tell("Nothing was changed (--apply converts).");
-    return End(options, told, foreseen);
+    return End(foreseen);
   }
-  if (interrupted != 0) return End(options, told, foreseen);
+  if (interrupted != 0) return End(foreseen);
 
   const std::string parent = options.folder.empty()
                                  ? SystemPath(store.SuiteFolder() + "\\Conversion").string()
@@ -135,7 +140,10 @@ int Run(const Options& options) {
   tell("What was done", done);
   if (interrupted == 0 && !journal.IsAnyBegun()) journal.Finish();
   Tell("The protocols as they were: " + journal.Folder());
-  return End(options, told, done);
+  const int status = End(done);
+  if (WriteReport(options, told)) return status;
+  Complain(fmt::format("What was converted is stored, but {} cannot be written", options.report));
+  return std::max(status, kFound);
 }
 
 }  // namespace
@@ -165,8 +173,11 @@ int main(int count, char** arguments) {
   app.add_option("--mapping", options.mappingFile, "Mapping file of view keys on the machine")
       ->capture_default_str();
   app.add_option("--journal", options.folder,
-                 "Folder for kept texts and journals (default: Conversion in the suite folder)");
-  app.add_option("--report", options.report, "Write the report to this file too");
+                 "Folder for kept texts and journals (default: Conversion in the suite folder; "
+                 "made when missing)");
+  app.add_option("--report", options.report,
+                 "Write the report to this file too (a missing folder is made)");
+  app.footer("3 interrupted: the same command goes on.");
   return tools::RunProgram(app, count, arguments, [&] {
     if (!options.up && !options.down) throw tools::ToolError("Say --up or --down");
     std::signal(SIGINT, [](int) { tools::interrupted = 1; });

@@ -102,7 +102,7 @@ int CheckStore(const StoreAccess& store) {
       progress.Step();
     }
   }
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   for (const std::string& finding : findings) Tell(style.Bad(finding));
   const std::string sum =
       Counted(ids.size(), "protocol") + ", " + Counted(findings.size(), "finding");

@@ -62,7 +62,7 @@ int ListProtocols(const StoreAccess& store, bool idsOnly) {
     table += '\n';
     progress.Step();
   }
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   Tell(style.Heading(
       fmt::format(kRow, "Protocol", "Version", "Calculation", "Type", "View", "Values", "")));
   Tell(table + Counted(ids.size(), "protocol"));
@@ -71,7 +71,7 @@ int ListProtocols(const StoreAccess& store, bool idsOnly) {
 
 int ShowProtocol(const StoreAccess& store, const std::string& id) {
   store.RequireProtocol(id);
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   const ProtocolSummary summary = store.Summary(id);
   Tell(fmt::format("{} {}, version {}{}", style.Heading("Protocol"), ForUser(id),
                    VersionOf(summary), StateOf(summary)));
@@ -81,7 +81,7 @@ int ShowProtocol(const StoreAccess& store, const std::string& id) {
 
 int ShowDifferences(const StoreAccess& store, const std::string& left, const std::string& right) {
   const auto lines = DifferencesOf(RecordOf(store, left), RecordOf(store, right));
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   for (const std::string& line : lines) {
     Tell(line.front() == '-'   ? style.Bad(line)
          : line.front() == '+' ? style.Good(line)

@@ -33,7 +33,8 @@ int main(int count, char** arguments) {
   auto* out = app.add_subcommand("export", "Writes protocols as reference texts");
   out->add_option("ID", exported.ids, "Identifiers; one alone goes to standard output");
   out->add_flag("--all", exported.all, "All protocols");
-  out->add_option("--out", exported.folder, "Folder for the files \"<ID>.ref\"");
+  out->add_option("--out", exported.folder,
+                  "Folder for the files \"<ID>.ref\" (made when missing)");
   auto* in = app.add_subcommand("import", "Stores protocols from reference texts");
   in->add_option("FILE", imported.files, "Files with one reference text each")->required();
   in->add_option("--as", imported.asId, "Store it under this identifier");
