@@ -48,7 +48,7 @@ TEST_F(TraceToolTest, ShowsCallsReportsAndWhatNeverEnded) {
       {"--no-stores show", "reports", "Com_GetKeyWord"},
       {"--to Drawboard --function InsertPart show --last 1", "(\"b\")", "(\"a\")"},
       {"summary", "Drawboard InsertPart                               2       1", "note"},
-      {"follow --for 3", "InsertPart(\"b\")", "never"},
+      {"follow --from-start --for 3", "InsertPart(\"b\")", "never"},
       {"off", "no longer recorded", "?"},
       {"show", "InsertPart(\"a\")", "?"},
   };
@@ -59,6 +59,18 @@ TEST_F(TraceToolTest, ShowsCallsReportsAndWhatNeverEnded) {
     EXPECT_THAT(ran.output, Not(HasSubstr(row.notTold))) << row.arguments;
   }
   EXPECT_EQ(RunTool("quillmar-trace", "--folder /nowhere show").status, 2);
+}
+
+TEST_F(TraceToolTest, FollowsFromNowOn) {
+  std::ofstream(folder + "/more") << "\n8\t8\t77\tQuillmar\tDrawboard\tRenamePart\t()\t1\t1\n";
+  const Ran ran = RunLine("(sleep 0.5; cat " + folder + "/more >>" + folder + "/calls.log) & " +
+                          TOOLS_FOLDER "/quillmar-trace --folder " + folder + " follow --for 2");
+  EXPECT_THAT(ran.output, testing::AllOf(HasSubstr("RenamePart"), Not(HasSubstr("InsertPart"))));
+  // The limit and the user are heard in the middle of a long log as well.
+  std::ofstream log(folder + "/calls.log", std::ios::app);
+  for (int i = 0; i < 400000; ++i) log << "9\t9\t77\tQuillmar\tDrawboard\tEndless\t()\t1\t1\n";
+  log.close();
+  EXPECT_LT(std::stoi(Trace("follow --from-start --for 0.1 | wc -l").output), 400000);
 }
 
 TEST_F(TraceToolTest, BeginsATraceThatProgramsWriteTo) {

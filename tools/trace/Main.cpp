@@ -26,8 +26,8 @@ struct Options {
   std::string image = ".";
   std::string folder;
   Selection selection;
-  bool follow = false;
-  double seconds = 0;  // of following; 0: until interrupted
+  bool fromStart = false;  // of following
+  double seconds = 0;      // of following; 0: until interrupted
   std::size_t last = 0;
   std::uint32_t textLimit = recorder::TraceControl::kDefaultTextLimit;
 
@@ -76,7 +76,7 @@ int Show(const Options& options) {
   if (options.last > 0 && shown.size() > options.last) {
     shown.erase(shown.begin(), shown.end() - static_cast<std::ptrdiff_t>(options.last));
   }
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   for (const auto* call : shown) Tell(LineOf(*call, style, LineWidth()));
   TellNeverEnded(NeverEnded(calls, BegunCalls(folder)), style);
   return kDone;
@@ -86,16 +86,20 @@ int Follow(const Options& options) {
   const std::filesystem::path folder = options.Folder();
   RequireLog(folder);
   std::signal(SIGINT, [](int) { interrupted = 1; });
-  LogFollower log(folder);
-  const Style style(IsTerminal(Stream::Output));
+  std::signal(SIGTERM, [](int) { interrupted = 1; });
+  LogFollower log(folder, options.fromStart ? LogFollower::From::Start : LogFollower::From::End);
+  const Style style = StyleOf(Stream::Output);
   const auto start = std::chrono::steady_clock::now();
   const std::chrono::duration<double> limit(options.seconds);
   while (interrupted == 0) {
-    for (const auto& call : log.Take()) {
-      if (options.selection.Wants(call)) Tell(LineOf(call, style, LineWidth()));
-    }
     if (options.seconds > 0 && std::chrono::steady_clock::now() - start > limit) break;
-    std::this_thread::sleep_for(kPollInterval);
+    const auto call = log.Next();
+    if (!call) {
+      std::this_thread::sleep_for(kPollInterval);
+    } else if (options.selection.Wants(*call)) {
+      Tell(LineOf(*call, style, LineWidth()));
+      RequireOutput();
+    }
   }
   return kDone;
 }
@@ -105,7 +109,7 @@ int Summarize(const Options& options) {
   RequireLog(folder);
   std::vector<recorder::TracedCall> calls = recorder::TraceReader(folder).Read();
   std::erase_if(calls, [&](const auto& call) { return !options.selection.Wants(call); });
-  Tell(SummaryOf(calls, Style(IsTerminal(Stream::Output))));
+  Tell(SummaryOf(calls, StyleOf(Stream::Output)));
   return kDone;
 }
 
@@ -149,7 +153,9 @@ int main(int count, char** arguments) {
                "Without calls of the storage and link libraries");
   auto* show = app.add_subcommand("show", "The calls of a trace, and those that never ended");
   show->add_option("--last", options.last, "Only the last N calls");
-  auto* follow = app.add_subcommand("follow", "Shows calls as they end, until interrupted");
+  auto* follow = app.add_subcommand(
+      "follow", "Shows calls as they end, from now on, until interrupted (status 0 then)");
+  follow->add_flag("--from-start", options.fromStart, "Begin with the calls that the log holds");
   follow->add_option("--for", options.seconds, "Stop after so many seconds");
   auto* summary = app.add_subcommand("summary", "Calls, failures and times of each function");
   auto* on = app.add_subcommand("on", "Begins a new trace");
