@@ -1,5 +1,5 @@
-// An add-in with the faults that authors make: functions that are missing, buffers overrun, a
-// crash, a hang, an exception that leaves.
+// An add-in with the faults that authors make: functions that are missing, buffers overrun, texts
+// without their NUL, a crash, a hang, an exception that leaves.
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -31,6 +31,27 @@ int GetProtocol(const char*, char* text, int* size) {
   return 1;
 }
 
+// Neither does this one, nor of the NUL.
+int GetPart(char* partName, char* text, int* size) {
+  partName[0] = '\0';
+  *size = 4000;
+  std::memset(text, 'x', 4000);
+  return 1;
+}
+
+// Knows how long texts usually are.
+int GetAssembly(char*, char* second, char*, int* size) {
+  std::memset(second, 'x', 300);
+  *size = 0;
+  return 0;
+}
+
+int GetDataWD(char* text, int* size, char*) {
+  if (*size < 1000) text[*size + 1] = '\0';
+  *size = 0;
+  return 0;
+}
+
 // Asks for too little.
 int GetParameterList(const char*, char* text, int* size) {
   const bool fits = *size >= 10;
@@ -39,8 +60,10 @@ int GetParameterList(const char*, char* text, int* size) {
   return fits ? 1 : 0;
 }
 
-int GetAllParts(char*, int*) {
-  for (;;) std::this_thread::sleep_for(std::chrono::seconds(1));
+// Hangs, with the buffer that the module has for it.
+int GetAllParts(char*, int* size) {
+  while (*size == 65535) std::this_thread::sleep_for(std::chrono::seconds(1));
+  return 0;
 }
 
 int RenamePart(const char*, const char*, const char*) { throw std::runtime_error("no part"); }

@@ -2,6 +2,7 @@
 // pattern.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <deque>
 #include <span>
@@ -17,9 +18,10 @@ class GuardedBuffer {
   explicit GuardedBuffer(std::size_t capacity);
   char* Get() { return bytes.data(); }
   bool IsOverrun() const;
+  // False when no NUL stands within the room.
+  bool IsTerminated() const;
   // Up to the first NUL within the room; the whole room when there is none.
   std::string Text() const;
-  bool IsUntouched() const;
 
  private:
   std::size_t room;
@@ -35,6 +37,11 @@ struct Pattern {
 
 // What the pointers of one call lead to.
 struct CallMemory {
+  // A new buffer of so many bytes, with an empty text in it.
+  char* Buffer(std::size_t bytes);
+  bool IsOverrun() const;
+  bool IsTerminated() const;
+
   std::deque<GuardedBuffer> buffers;
   std::deque<int> sizes;
   std::deque<std::vector<double>> reals;
@@ -45,7 +52,15 @@ struct DriverFunction {
   const char* name;
   bool isRequired;
   bool isDrawing;  // bound by Set2dFileType
-  int (*call)(void* function, const Pattern& pattern, CallMemory& memory);
+  // Bytes of its text buffers that have a size of their own, in the order of its arguments; 0: a
+  // list buffer. Any further one is a list buffer too.
+  std::array<std::size_t, 2> fixedBuffers;
+  int (*invoke)(void* address, const DriverFunction& function, const Pattern& pattern,
+                CallMemory& memory);
+
+  int Call(void* address, const Pattern& pattern, CallMemory& memory) const {
+    return invoke(address, *this, pattern, memory);
+  }
 };
 
 std::span<const DriverFunction> DriverFunctions();

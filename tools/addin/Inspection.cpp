@@ -15,6 +15,8 @@
 namespace tools {
 namespace {
 
+constexpr std::chrono::seconds kTryOutLimit{60};
+
 using Names = std::vector<std::string>;
 
 bool Offers(const Names& offered, const std::string& name) {
@@ -73,11 +75,17 @@ std::string Judged(const Finding& finding, const Style& style) {
       return style.Bad("  FAILURE  " + line);
     case Verdict::Warning:
       return style.Warning("  warning  " + line);
-    case Verdict::Note:
-      return "  note     " + line;
+    case Verdict::NotTried:
+      return "  not tried " + line;
     default:
       return style.Good("  ok       ") + line;
   }
+}
+
+// What was not tried is told once, by the step that says why.
+bool IsWorthTelling(const Judgement& judgement) {
+  return judgement.verdict > Verdict::NotTried ||
+         (judgement.verdict == Verdict::NotTried && !judgement.text.empty());
 }
 
 // True when nothing failed.
@@ -97,21 +105,33 @@ bool TellTrials(const Inspection& inspection, const Names& offered, const Style&
   std::array<std::size_t, 4> counts{};
   for (const Finding& finding : findings) {
     ++counts[static_cast<std::size_t>(finding.judgement.verdict)];
-    if (inspection.verbose || finding.judgement.verdict != Verdict::Ok) {
+    if (inspection.verbose || IsWorthTelling(finding.judgement)) {
       Tell(Judged(finding, style));
     }
   }
-  const auto [good, notes, warnings, failures] = counts;
-  Tell(fmt::format("{}: {} in order, {}, {}, {}", Counted(findings.size(), "trial"), good,
-                   Counted(notes, "note"), Counted(warnings, "warning"),
-                   Counted(failures, "failure")));
+  const auto [good, untried, warnings, failures] = counts;
+  Tell(fmt::format("{}: {} in order, {} not tried, {}, {}", Counted(findings.size(), "trial"), good,
+                   untried, Counted(warnings, "warning"), Counted(failures, "failure")));
   return failures == 0 && (!inspection.strict || warnings == 0);
 }
 
 }  // namespace
 
+int TryOut(const std::string& library, const std::string& image, const TryOutPlace& place) {
+  // For a missing or damaged file to be told as such.
+  OfferedFunctions(library, kTryOutLimit);
+  const Style style = StyleOf(Stream::Output);
+  bool good = true;
+  for (const Finding& finding : RunTryOut(library, image, place, kTryOutLimit)) {
+    Tell(Judged(finding, style));
+    for (const std::string& detail : finding.judgement.details) Tell("             " + detail);
+    good = good && finding.judgement.verdict == Verdict::Ok;
+  }
+  return good ? kDone : kFound;
+}
+
 int Inspect(const Inspection& inspection) {
-  const Style style(IsTerminal(Stream::Output));
+  const Style style = StyleOf(Stream::Output);
   const Names offered = OfferedFunctions(inspection.library, inspection.limit);
   if (offered.empty()) throw ToolError("It offers no function of the CAD driver");
   bool good = TellGroup(kGroups[0], offered, style);

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <string>
 
+#include "addin/TryOut.h"
+
 namespace tools {
 
 struct Inspection {
@@ -14,6 +16,9 @@ struct Inspection {
   bool verbose = false;      // also what is in order
   bool strict = false;       // warnings count as failures
 };
+
+// Tries the add-in in a session, see TryOut.h. Exit status: kFound when its parts did not come.
+int TryOut(const std::string& library, const std::string& image, const TryOutPlace& place);
 
 // Exit status: kFound when a required function is missing or a trial failed.
 int Inspect(const Inspection& inspection);

@@ -12,6 +12,21 @@ void* LoadAddin(const std::string& path, std::string& reason);
 // Null when the library itself does not export the name.
 void* FindExport(void* library, const std::string& name);
 
+// A machine on which a session leaves no traces: a copy of an image, gone with the object. On
+// Windows it is the machine itself. Throws a ToolError when there is no such image.
+class MachineCopy {
+ public:
+  explicit MachineCopy(const std::string& image);
+  ~MachineCopy();
+  MachineCopy(const MachineCopy&) = delete;
+  MachineCopy& operator=(const MachineCopy&) = delete;
+
+  const std::string& Image() const { return image; }
+
+ private:
+  std::string image;
+};
+
 // For a process that may crash: no dialog, no dump.
 void CrashQuietly();
 

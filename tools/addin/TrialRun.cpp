@@ -6,6 +6,7 @@
 
 #include "addin/DriverFunctions.h"
 #include "addin/System.h"
+#include "common/Place.h"
 #include "common/Program.h"
 
 namespace tools {
@@ -16,9 +17,10 @@ constexpr const char* kListTrial = "list";
 // Lines of the child begin so, since the add-in may print lines of its own.
 constexpr std::string_view kMark = "@@ ";
 constexpr std::string_view kStep = "step ";
+constexpr std::string_view kDetail = "detail ";
 constexpr std::string_view kOffered = "offered ";
 constexpr std::string_view kNotLoaded = "not loaded ";
-constexpr std::string_view kVerdicts[] = {"ok ", "note ", "warning ", "failure "};
+constexpr std::string_view kVerdicts[] = {"ok ", "not tried ", "warning ", "failure "};
 
 void Say(const std::string& line) {
   std::string text = std::string(kMark) + line;
@@ -76,6 +78,10 @@ std::size_t Gather(const ChildEnd& child, std::vector<Finding>& findings) {
       ++count;
       continue;
     }
+    if (!findings.empty() && Take(line, kDetail)) {
+      findings.back().judgement.details.emplace_back(line);
+      continue;
+    }
     for (std::size_t i = 0; i < std::size(kVerdicts); ++i) {
       if (!Take(line, kVerdicts[i])) continue;
       findings.push_back({step.name, {static_cast<Verdict>(i), std::string(line)}});
@@ -99,30 +105,48 @@ Judgement Judge(const Step& step) {
   }
 }
 
-}  // namespace
+void RunSteps(const std::vector<Step>& steps, std::size_t first) {
+  for (std::size_t i = first; i < steps.size(); ++i) {
+    Say(fmt::format("{}{} {}", kStep, steps[i].whenCrashed == Verdict::Warning ? 'w' : 'f',
+                    steps[i].name));
+    const Judgement judgement = Judge(steps[i]);
+    Say(std::string(kVerdicts[static_cast<std::size_t>(judgement.verdict)]) + judgement.text);
+    for (const std::string& detail : judgement.details) Say(std::string(kDetail) + detail);
+  }
+}
 
-int RunTrialHere(const std::string& library, const std::string& trial, std::size_t first) {
+// Nothing when the library cannot be loaded, which it has told then.
+Exports LoadHere(const std::string& library) {
   CrashQuietly();
   std::string reason;
   void* loaded = LoadAddin(library, reason);
-  if (loaded == nullptr) {
-    Say(std::string(kNotLoaded) + reason);
-    return kDone;
+  if (loaded != nullptr) {
+    return [loaded](const std::string& name) { return FindExport(loaded, name); };
   }
-  const Exports exports = [loaded](const std::string& name) { return FindExport(loaded, name); };
+  Say(std::string(kNotLoaded) + reason);
+  return {};
+}
+
+}  // namespace
+
+int RunTrialHere(const std::string& library, const std::string& trial, std::size_t first) {
+  const Exports exports = LoadHere(library);
+  if (!exports) return kDone;
   if (trial == kListTrial) {
     for (const DriverFunction& function : DriverFunctions()) {
       if (exports(function.name) != nullptr) Say(std::string(kOffered) + function.name);
     }
     return kDone;
   }
-  const std::vector<Step> steps = StepsOf(trial, exports);
-  for (std::size_t i = first; i < steps.size(); ++i) {
-    Say(fmt::format("{}{} {}", kStep, steps[i].whenCrashed == Verdict::Warning ? 'w' : 'f',
-                    steps[i].name));
-    const Judgement judgement = Judge(steps[i]);
-    Say(std::string(kVerdicts[static_cast<std::size_t>(judgement.verdict)]) + judgement.text);
-  }
+  RunSteps(StepsOf(trial, exports), first);
+  return kDone;
+}
+
+int RunTryOutHere(const std::string& library, const std::string& image, const TryOutPlace& place) {
+  // Before the machine is entered: the path is one of the system.
+  const Exports exports = LoadHere(library);
+  if (!exports || !EnterImage(image)) return kDone;
+  RunSteps(TryOutSteps(library, exports, place), 0);
   return kDone;
 }
 
@@ -135,6 +159,21 @@ std::vector<std::string> OfferedFunctions(const std::string& library, std::chron
   }
   if (!child.reason.empty()) throw ToolError("Loading it " + child.reason);
   return functions;
+}
+
+std::vector<Finding> RunTryOut(const std::string& library, const std::string& image,
+                               const TryOutPlace& place, std::chrono::seconds limit) {
+  const MachineCopy machine(image);
+  std::vector<Finding> findings;
+  const ChildEnd child = RunChild({"--try-here", "--image", machine.Image(), "--module",
+                                   place.module, "--suite", place.suite, library},
+                                  limit);
+  Gather(child, findings);
+  const bool isTold = !findings.empty() && findings.back().judgement.text == child.reason;
+  if (!child.reason.empty() && !isTold) {
+    findings.push_back({"The end of the process", {Verdict::Failure, child.reason}});
+  }
+  return findings;
 }
 
 std::vector<Finding> RunTrial(const std::string& library, const std::string& trial,

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "addin/Trials.h"
+#include "addin/TryOut.h"
 
 namespace tools {
 
@@ -18,10 +18,14 @@ struct Finding {
 // The child: runs the steps of a trial from `first` on. With the trial "list" it tells the driver
 // functions that the add-in offers. Exit status 0 when it came to its end.
 int RunTrialHere(const std::string& library, const std::string& trial, std::size_t first);
+// The same with the steps of a session on the machine in `image`.
+int RunTryOutHere(const std::string& library, const std::string& image, const TryOutPlace& place);
 
 // The parent. Throws a ToolError when the library cannot be loaded.
 std::vector<std::string> OfferedFunctions(const std::string& library, std::chrono::seconds limit);
 std::vector<Finding> RunTrial(const std::string& library, const std::string& trial,
                               std::chrono::seconds limit);
+std::vector<Finding> RunTryOut(const std::string& library, const std::string& image,
+                               const TryOutPlace& place, std::chrono::seconds limit);
 
 }  // namespace tools

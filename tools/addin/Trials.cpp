@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <optional>
 
 #include "addin/DriverFunctions.h"
 #include "quillmar/BoundFunction.h"
@@ -18,6 +19,8 @@ struct Driver {
 
 constexpr std::size_t kLongText = 70000;
 constexpr int kRoomyCapacity = 65535;
+constexpr int kLargestText = 1 << 26;
+constexpr int kSmallCapacities[] = {0, 16, 1023};
 
 // The specimen: a part with a text of every kind that has to come back as it was.
 constexpr const char* kId = "QMADDINCHECK1";
@@ -28,7 +31,7 @@ constexpr const char* kParameters = "*view*,MODELA_FM,d,20,L,100<VXCOMMA>5,";
 constexpr const char* kCaption = "Add-in check";
 
 Judgement Ok() { return {}; }
-Judgement Note(std::string text) { return {Verdict::Note, std::move(text)}; }
+Judgement NotTried(std::string why) { return {Verdict::NotTried, std::move(why)}; }
 Judgement Warn(std::string text) { return {Verdict::Warning, std::move(text)}; }
 Judgement Fail(std::string text) { return {Verdict::Failure, std::move(text)}; }
 
@@ -51,10 +54,9 @@ int Insert(const Driver& driver) {
 
 Judgement CallOnce(const DriverFunction& function, void* address, const Pattern& pattern) {
   CallMemory memory;
-  function.call(address, pattern, memory);
-  for (const GuardedBuffer& buffer : memory.buffers) {
-    if (buffer.IsOverrun()) return Fail("wrote beyond the end of a buffer of 65537 bytes");
-  }
+  const bool succeeded = function.Call(address, pattern, memory) != 0;
+  if (memory.IsOverrun()) return Fail("wrote beyond the end of a buffer");
+  if (succeeded && !memory.IsTerminated()) return Fail("left a text without its NUL");
   return Ok();
 }
 
@@ -80,29 +82,39 @@ std::vector<Step> BadArguments(const DriverFunction& function, const Exports& ex
 
 // --- list buffers ---
 
+// Reads one list; `memory` gives the buffers of fixed size.
 struct Reader {
   const char* name;
-  std::function<int(const Driver&, char*, int*)> read;
+  std::function<int(const Driver&, char*, int*, CallMemory& memory)> read;
 };
+
+template <auto function>
+int OfSpecimen(const Driver& driver, char* text, int* size, CallMemory&) {
+  return (driver.*function)(kId, text, size);
+}
 
 const std::vector<Reader>& Readers() {
   static const std::vector<Reader> readers = {
-      {"GetProtocol", [](const Driver& d, char* t, int* s) { return d.GetProtocol(kId, t, s); }},
-      {"GetParameterList",
-       [](const Driver& d, char* t, int* s) { return d.GetParameterList(kId, t, s); }},
-      {"GetParameterListEx",
-       [](const Driver& d, char* t, int* s) { return d.GetParameterListEx(kId, t, s, 0, 0); }},
-      {"GetPhysicalPropertiesEx",
-       [](const Driver& d, char* t, int* s) { return d.GetPhysicalPropertiesEx(kId, t, s); }},
-      {"GetShaftParameterList",
-       [](const Driver& d, char* t, int* s) { return d.GetShaftParameterList(kId, t, s); }},
-      {"GetAllParts", [](const Driver& d, char* t, int* s) { return d.GetAllParts(t, s); }},
-      {"GetFeaturesState",
-       [](const Driver& d, char* t, int* s) { return d.GetFeaturesState(kId, t, s); }},
-      {"GetReferenceDims",
-       [](const Driver& d, char* t, int* s) { return d.GetReferenceDims(kId, t, s); }},
-      {"GetPartsVisibility",
-       [](const Driver& d, char* t, int* s) { return d.GetPartsVisibility(kId, t, s); }},
+      {"GetProtocol", OfSpecimen<&Driver::GetProtocol>},
+      {"GetPart", [](const Driver& d, char* t, int* s,
+                     CallMemory& m) { return d.GetPart(m.Buffer(1024), t, s); }},
+      {"GetAssembly",
+       [](const Driver& d, char* t, int* s, CallMemory& m) {
+         char* first = m.Buffer(1024);
+         return d.GetAssembly(first, m.Buffer(260), t, s);
+       }},
+      {"GetDataWD", [](const Driver& d, char* t, int* s,
+                       CallMemory& m) { return d.GetDataWD(t, s, m.Buffer(10000)); }},
+      {"GetParameterList", OfSpecimen<&Driver::GetParameterList>},
+      {"GetParameterListEx", [](const Driver& d, char* t, int* s,
+                                CallMemory&) { return d.GetParameterListEx(kId, t, s, 0, 0); }},
+      {"GetPhysicalPropertiesEx", OfSpecimen<&Driver::GetPhysicalPropertiesEx>},
+      {"GetShaftParameterList", OfSpecimen<&Driver::GetShaftParameterList>},
+      {"GetAllParts",
+       [](const Driver& d, char* t, int* s, CallMemory&) { return d.GetAllParts(t, s); }},
+      {"GetFeaturesState", OfSpecimen<&Driver::GetFeaturesState>},
+      {"GetReferenceDims", OfSpecimen<&Driver::GetReferenceDims>},
+      {"GetPartsVisibility", OfSpecimen<&Driver::GetPartsVisibility>},
   };
   return readers;
 }
@@ -112,24 +124,42 @@ struct Answer {
   int size = 0;
   std::string text;
   bool overrun = false;
+  bool fixedOverrun = false;  // of a buffer of fixed size
+  bool terminated = true;     // of a success
 };
 
 Answer Ask(const Reader& reader, const Driver& driver, int capacity) {
-  GuardedBuffer buffer(static_cast<std::size_t>(capacity));
+  CallMemory memory;
+  char* text = memory.Buffer(static_cast<std::size_t>(capacity) + 1);
   Answer answer;
   answer.size = capacity;
-  answer.result = reader.read(driver, buffer.Get(), &answer.size);
-  answer.overrun = buffer.IsOverrun();
-  answer.text = buffer.IsUntouched() ? std::string() : buffer.Text();
+  answer.result = reader.read(driver, text, &answer.size, memory);
+  answer.overrun = memory.buffers.front().IsOverrun();
+  answer.fixedOverrun = !answer.overrun && memory.IsOverrun();
+  answer.terminated = answer.result == 0 || memory.IsTerminated();
+  answer.text = memory.buffers.front().Text();
   return answer;
 }
 
-Judgement AskWithRoom(const Reader& reader, const Driver& driver) {
+// The text that is there, with as much room as it takes.
+Answer AskForAll(const Reader& reader, const Driver& driver) {
   const Answer answer = Ask(reader, driver, kRoomyCapacity);
-  if (answer.overrun) return Fail("wrote beyond the buffer");
-  if (answer.result == 0) {
-    return Note("has nothing to say of the specimen; its buffers were not tried");
-  }
+  const bool asksForMore = answer.result == 0 && answer.size > kRoomyCapacity;
+  return asksForMore && answer.size <= kLargestText ? Ask(reader, driver, answer.size) : answer;
+}
+
+// What holds whatever the buffer; nothing when it does.
+std::optional<Judgement> BrokenRule(const Answer& answer, int capacity) {
+  if (answer.overrun) return Fail(fmt::format("wrote beyond a buffer of {} characters", capacity));
+  if (answer.fixedOverrun) return Fail("wrote beyond a buffer of fixed size");
+  if (!answer.terminated) return Fail("left a text without its NUL");
+  return std::nullopt;
+}
+
+Judgement AskWithRoom(const Reader& reader, const Driver& driver) {
+  const Answer answer = AskForAll(reader, driver);
+  if (auto broken = BrokenRule(answer, kRoomyCapacity)) return *broken;
+  if (answer.result == 0) return NotTried("it has nothing to say of the specimen");
   if (answer.size != static_cast<int>(answer.text.size())) {
     return Fail(fmt::format("set *size to {} for a text of {} characters", answer.size,
                             answer.text.size()));
@@ -137,16 +167,14 @@ Judgement AskWithRoom(const Reader& reader, const Driver& driver) {
   return Ok();
 }
 
-// With a buffer `less` characters too small for the text that is there.
-Judgement AskWithLess(const Reader& reader, const Driver& driver, int less) {
-  const Answer whole = Ask(reader, driver, kRoomyCapacity);
-  if (whole.result == 0 || whole.size <= 0) return Ok();
-  const int capacity = less < whole.size ? whole.size - less : 0;
+// Also asked of an add-in that has nothing to say: it may write nevertheless.
+Judgement AskWith(const Reader& reader, const Driver& driver, int capacity, const Answer& whole) {
   const Answer answer = Ask(reader, driver, capacity);
-  if (answer.overrun) return Fail(fmt::format("wrote beyond a buffer of {} characters", capacity));
-  if (less == 0) {
+  if (auto broken = BrokenRule(answer, capacity)) return *broken;
+  if (whole.result == 0) return NotTried("");
+  if (whole.size <= capacity) {
     if (answer.result != 0 && answer.text == whole.text) return Ok();
-    return Fail("refused a buffer into which the text just fits");
+    return Fail("refused a buffer into which the text fits");
   }
   if (answer.result != 0) return Fail("said success though the text does not fit");
   if (answer.size != whole.size) {
@@ -156,20 +184,30 @@ Judgement AskWithLess(const Reader& reader, const Driver& driver, int less) {
   return Ok();
 }
 
+// With a buffer `less` characters too small for the text that is there.
+Judgement AskWithLess(const Reader& reader, const Driver& driver, int less) {
+  const Answer whole = AskForAll(reader, driver);
+  if (whole.result == 0 || whole.size < less) return NotTried("");
+  return AskWith(reader, driver, whole.size - less, whole);
+}
+
 std::vector<Step> ReaderSteps(const Exports& exports) {
   const auto driver = Bind(exports);
   std::vector<Step> steps;
   for (const Reader& reader : Readers()) {
     if (exports(reader.name) == nullptr) continue;
-    const auto add = [&](const char* what, std::function<Judgement()> run) {
+    const auto add = [&](const std::string& what, std::function<Judgement()> run) {
       steps.push_back({fmt::format("{}, {}", reader.name, what), Verdict::Failure, std::move(run)});
     };
     add("a roomy buffer", [&reader, driver] { return AskWithRoom(reader, *driver); });
     add("a buffer that just fits", [&reader, driver] { return AskWithLess(reader, *driver, 0); });
     add("a buffer one character too small",
         [&reader, driver] { return AskWithLess(reader, *driver, 1); });
-    add("a buffer without room",
-        [&reader, driver] { return AskWithLess(reader, *driver, kRoomyCapacity); });
+    for (const int capacity : kSmallCapacities) {
+      add(fmt::format("a buffer of {} characters", capacity), [&reader, driver, capacity] {
+        return AskWith(reader, *driver, capacity, AskForAll(reader, *driver));
+      });
+    }
   }
   // The specimen stands before the first step, in each process.
   Insert(*driver);
@@ -178,12 +216,10 @@ std::vector<Step> ReaderSteps(const Exports& exports) {
 
 // --- exchange ---
 
-std::string ProtocolOf(const Driver& driver, const char* id) {
-  return Ask(Readers().front(), driver, kRoomyCapacity).result != 0
-             ? Ask({"", [id](const Driver& d, char* t, int* s) { return d.GetProtocol(id, t, s); }},
-                   driver, kRoomyCapacity)
-                   .text
-             : std::string();
+// Of the specimen.
+std::string StoredProtocol(const Driver& driver) {
+  const Answer answer = Ask(Readers().front(), driver, kRoomyCapacity);
+  return answer.result != 0 ? answer.text : std::string();
 }
 
 std::vector<Step> ExchangeSteps(const Exports& exports) {
@@ -191,7 +227,7 @@ std::vector<Step> ExchangeSteps(const Exports& exports) {
   const bool inserted = Insert(*driver) != 0;
   const auto whenInserted = [inserted](std::function<Judgement()> run) {
     return [inserted, run = std::move(run)] {
-      return inserted ? run() : Note("not tried: the add-in inserts nothing");
+      return inserted ? run() : NotTried("the add-in inserts nothing");
     };
   };
   std::vector<Step> steps;
@@ -201,7 +237,7 @@ std::vector<Step> ExchangeSteps(const Exports& exports) {
                    }});
   steps.push_back(
       {"GetProtocol gives the reference text back", Verdict::Failure, whenInserted([driver] {
-         const std::string text = ProtocolOf(*driver, kId);
+         const std::string text = StoredProtocol(*driver);
          return text == kReference ? Ok() : Fail("gave \"" + text + "\"");
        })});
   steps.push_back({"GetAllParts names the part", Verdict::Failure, whenInserted([driver] {
@@ -214,7 +250,7 @@ std::vector<Step> ExchangeSteps(const Exports& exports) {
   steps.push_back(
       {"ConnectProtocol replaces the reference text", Verdict::Failure, whenInserted([driver] {
          if (driver->ConnectProtocol(kId, kOtherReference) == 0) return Fail("gave 0");
-         const std::string text = ProtocolOf(*driver, kId);
+         const std::string text = StoredProtocol(*driver);
          driver->ConnectProtocol(kId, kReference);
          return text == kOtherReference ? Ok() : Fail("gave \"" + text + "\"");
        })});

@@ -8,11 +8,13 @@
 
 namespace tools {
 
-enum class Verdict { Ok, Note, Warning, Failure };
+// NotTried: the add-in gave nothing that could be judged; not counted as in order.
+enum class Verdict { Ok, NotTried, Warning, Failure };
 
 struct Judgement {
   Verdict verdict = Verdict::Ok;
   std::string text;
+  std::vector<std::string> details{};  // lines below it
 };
 
 struct Step {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "ProgramArguments.h"
+#include "common/native/ImageCopy.h"
 #include "platform/native/Machine.h"
 
 namespace quillmar::contract {
@@ -27,24 +28,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kCopyFlag = "--in-copy";
 
-// Libraries and programs are shared with the image by hard links, everything else is written to.
-void CopyImage(const fs::path& from, const fs::path& to) {
-  fs::create_directories(to);
-  for (const fs::directory_entry& entry : fs::directory_iterator(from)) {
-    const fs::path target = to / entry.path().filename();
-    const std::string extension = entry.path().extension().string();
-    if (entry.is_directory()) {
-      CopyImage(entry.path(), target);
-    } else if (extension == ".dll" || extension == ".exe") {
-      std::error_code failed;
-      fs::create_hard_link(entry.path(), target, failed);
-      if (failed) fs::copy_file(entry.path(), target);
-    } else {
-      fs::copy_file(entry.path(), target);
-    }
-  }
-}
-
 int RunInCopy(const fs::path& program, std::vector<char*> arguments) {
   const std::string path = program.string();
   const fs::path image = path.substr(0, path.rfind("/drive_c/"));
@@ -54,7 +37,7 @@ int RunInCopy(const fs::path& program, std::vector<char*> arguments) {
     std::perror("no folder for a copy of the image");
     return 2;
   }
-  CopyImage(image, copy);
+  tools::CopyImage(image, copy);
 
   const std::string copied = (fs::path(copy) / fs::relative(program, image)).string();
   int status = 0;

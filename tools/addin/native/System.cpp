@@ -14,10 +14,12 @@
 #include <filesystem>
 
 #include "common/Program.h"
+#include "common/native/ImageCopy.h"
 
 namespace tools {
 namespace {
 
+namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 // True when the child closed its end before the time was over.
@@ -60,6 +62,25 @@ void* FindExport(void* library, const std::string& name) {
   // The loader also looks into the libraries that the add-in needs.
   if (function == nullptr || dladdr1(function, &info, &owner, RTLD_DL_LINKMAP) == 0) return nullptr;
   return owner == library ? function : nullptr;
+}
+
+MachineCopy::MachineCopy(const std::string& image) {
+  std::error_code failed;
+  const fs::path whole = fs::canonical(image, failed);
+  if (failed || !fs::is_directory(whole / "drive_c")) {
+    throw ToolError(fmt::format("{} is no machine image: it has no folder drive_c", image));
+  }
+  // Beside it, where programs can be shared with it.
+  this->image = whole.string() + ".XXXXXX";
+  if (mkdtemp(this->image.data()) == nullptr) {
+    throw ToolError(fmt::format("No copy of {} can be made beside it", image));
+  }
+  CopyImage(whole, this->image);
+}
+
+MachineCopy::~MachineCopy() {
+  std::error_code failed;
+  fs::remove_all(image, failed);
 }
 
 void CrashQuietly() {

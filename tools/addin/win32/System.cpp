@@ -49,6 +49,10 @@ void* FindExport(void* library, const std::string& name) {
   return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name.c_str()));
 }
 
+MachineCopy::MachineCopy(const std::string& image) : image(image) {}
+
+MachineCopy::~MachineCopy() = default;
+
 void CrashQuietly() {
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
