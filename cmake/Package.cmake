@@ -37,6 +37,9 @@ set_target_properties(${tools} PROPERTIES
   INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/quillmar")
 install(TARGETS ${tools} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 
+# An add-in for Windows is a 32-bit library too.
+install(FILES cmake/toolchains/windows-i686.cmake DESTINATION ${package_cmake}
+        COMPONENT development)
 install(FILES docs/addin-guide.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY samples/addin DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 

@@ -1,14 +1,18 @@
 # The Windows target: 32-bit programs and libraries, made by the mingw-w64 cross-compiler with the
-# POSIX thread model, and run by scripts/wine-run.
+# POSIX thread model. A part of the package too, for add-ins; in the checkout scripts/wine-run runs
+# what was built.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 
 set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../../scripts/wine-run)
+if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/../../scripts/wine-run)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../../scripts/wine-run)
+endif()
 
-set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
+# Packages of this machine do not count, those that the user names do.
+set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32 ${CMAKE_PREFIX_PATH})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
