@@ -49,15 +49,47 @@ TEST_F(Dispatch, ANewViewNeedsItsParent) {
   EXPECT_EQ(host.Commands().back(), "2(\"" + id + "\")");
 }
 
+// The setting stands beside the options, whose place the last application to name itself has set.
 TEST_F(Dispatch, DisabledNewViewsBecomePlainParts) {
-  SetNumber(Hive::LocalMachine, kModuleKey + "\\Quillmar", "DisableNewView", 1);
-  const std::string id = Calculated(kShaft);
-  { Record(id).SetKeyWord("Cadx", "NewView", "1"); }
-  host.Finish(QM_CALLBACK_NEW_VIEW, id);
-  EXPECT_THAT(Calls("InsertShaft"), SizeIs(1));
-  const Record record(id);
-  EXPECT_EQ(record.KeyWord("Cadx", "NewView"), kMissing);
-  EXPECT_EQ(record.Global("BOM7"), "1");
+  std::string disabledAt;
+  const auto disable = [&](const char* application) {
+    if (!disabledAt.empty()) RemoveValue(Hive::LocalMachine, disabledAt, "DisableNewView");
+    disabledAt = kModuleKey + application + "\\Quillmar";
+    SetNumber(Hive::LocalMachine, disabledAt, "DisableNewView", 1);
+  };
+  const auto insertView = [&] {
+    const std::string id = Calculated(kShaft);
+    {
+      Record(id)
+          .SetKeyWord("Cadx", "NewView", "1")
+          .SetKeyWord("LinksFrom", "NewView", "Gone@NewView");
+    }
+    ForgetCalls();
+    host.Finish(QM_CALLBACK_NEW_VIEW, id);
+    return id;
+  };
+  const auto expectPlainPart = [&] {
+    const Record record(insertView());
+    EXPECT_THAT(Calls("InsertShaft"), SizeIs(1)) << disabledAt;
+    EXPECT_EQ(record.KeyWord("Cadx", "NewView"), kMissing);
+    EXPECT_EQ(record.KeyWord("LinksFrom", "NewView"), kMissing);
+    EXPECT_EQ(record.Global("BOM7"), "1");
+  };
+  disable("");
+  expectPlainPart();
+  module.SetOptions(nullptr, 0, "Sheet", "", 0);
+  EXPECT_EQ(Record(insertView()).KeyWord("LinksFrom", "NewView"), "Gone@NewView")
+      << "that was another application's";
+  disable("\\Sheet");
+  expectPlainPart();
+  module.CreateFileName("", nullptr, nullptr);
+  disable("\\Strictcad");
+  expectPlainPart();
+  RemoveValue(Hive::LocalMachine, disabledAt, "DisableNewView");
+  SetText(Hive::LocalMachine, disabledAt, "DisableNewView", "1");
+  EXPECT_EQ(Record(insertView()).KeyWord("LinksFrom", "NewView"), "Gone@NewView")
+      << "a text is no number";
+  RemoveValue(Hive::LocalMachine, disabledAt, "DisableNewView");
 }
 
 TEST_F(Dispatch, AChangedTypeUpdatesAndThePasteTellsTheHost) {

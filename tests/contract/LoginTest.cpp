@@ -167,6 +167,22 @@ TEST_F(LoginCad, FileNameSettingsComeFromOlderOnesAndFromWhatIsOffered) {
   EXPECT_EQ(TextValue(Hive::CurrentUser, kLegacy, "TitleExt1"), "Mine");
 }
 
+// They are somebody's all the same: nothing is written over them, nothing is made of them.
+TEST_F(LoginCad, FileNameSettingsOfTheWrongTypeStayAsTheyAre) {
+  SetNumber(Hive::CurrentUser, kFileNames, "LocalFileName", 7);
+  SetText(Hive::CurrentUser, kFileNames, "LocalFolderType", "32");
+  SetNumber(Hive::CurrentUser, kLegacy, "TitleExt2", 7);
+  SetText(Hive::CurrentUser, kLegacy, "ReplaceSpaces", "2");
+  LoadCad();
+  ASSERT_EQ(Login(), 1);
+  EXPECT_EQ(NumberValue(Hive::CurrentUser, kFileNames, "LocalFileName"), 7u);
+  EXPECT_EQ(TextValue(Hive::CurrentUser, kFileNames, "LocalFolderType"), "32");
+  EXPECT_EQ(TextValue(Hive::CurrentUser, kFileNames, "SharedFileName"), "S %BOM2%");
+  EXPECT_EQ(NumberValue(Hive::CurrentUser, kFileNames, "ReplaceSpaces"), 0u);
+  EXPECT_EQ(TextValue(Hive::CurrentUser, kLegacy, "TitleExt1"), std::nullopt);
+  EXPECT_EQ(NumberValue(Hive::CurrentUser, kLegacy, "SmartDirType"), std::nullopt);
+}
+
 TEST_F(LoginCad, NullTextsAreEmptyAndNullOutputsAreSkipped) {
   EXPECT_EQ(module.LoginCad(nullptr, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr), 0);
   LoadCad();

@@ -27,15 +27,18 @@ TEST_F(InterProcess, TheLoginIsOneCall) {
   EXPECT_THAT(logins[0].arguments, ElementsAre("1", "pointer", "Quillmar.dll", "0", "out"));
 }
 
-// A number under the user's key and one under the machine's; either may be missing.
+// A number under the user's key and one under the machine's; either may be missing. The user's may
+// be a text, which is as good as none.
 struct Setting {
   std::optional<std::uint32_t> user;
   std::optional<std::uint32_t> machine;
+  bool userAsText = false;
 
   void Write(const std::string& key, const char* name) const {
     RemoveValue(Hive::CurrentUser, key, name);
     RemoveValue(Hive::LocalMachine, key, name);
-    if (user) SetNumber(Hive::CurrentUser, key, name, *user);
+    if (user && userAsText) SetText(Hive::CurrentUser, key, name, std::to_string(*user));
+    if (user && !userAsText) SetNumber(Hive::CurrentUser, key, name, *user);
     if (machine) SetNumber(Hive::LocalMachine, key, name, *machine);
   }
 };
@@ -45,7 +48,8 @@ std::string NameOf(const Setting& setting) {
   const auto shown = [](const std::optional<std::uint32_t>& number) {
     return number ? std::to_string(*number) : std::string("None");
   };
-  return "User" + shown(setting.user) + "Machine" + shown(setting.machine);
+  return "User" + shown(setting.user) + (setting.userAsText ? "AsText" : "") + "Machine" +
+         shown(setting.machine);
 }
 
 struct ExitSetting {
@@ -77,7 +81,9 @@ INSTANTIATE_TEST_SUITE_P(ByHive, Logout,
                          testing::Values(ExitSetting{{1, {}}, "1"}, ExitSetting{{0, 1}, "1"},
                                          ExitSetting{{{}, 1}, "1"}, ExitSetting{{{}, {}}, "0"},
                                          ExitSetting{{0, 0}, "0"}, ExitSetting{{0x10000, {}}, "0"},
-                                         ExitSetting{{0x10002, {}}, "1"}),
+                                         ExitSetting{{0x10002, {}}, "1"},
+                                         ExitSetting{{1, {}, true}, "0"},
+                                         ExitSetting{{0, 1, true}, "1"}),
                          [](const auto& info) { return NameOf(info.param.setting); });
 
 class Ending : public Logout {};
@@ -155,8 +161,9 @@ INSTANTIATE_TEST_SUITE_P(ByHive, StartUpProgram,
                          testing::Values(ProgramSetting{{{}, {}}, true},
                                          ProgramSetting{{1, {}}, false},
                                          ProgramSetting{{{}, 1}, false},
-                                         ProgramSetting{{0, 1}, true},
-                                         ProgramSetting{{2, 1}, true}),
+                                         ProgramSetting{{0, 1}, true}, ProgramSetting{{2, 1}, true},
+                                         ProgramSetting{{1, {}, true}, true},
+                                         ProgramSetting{{0, 1, true}, false}),
                          [](const auto& info) { return NameOf(info.param.setting); });
 
 class Keeping : public Calculation {};

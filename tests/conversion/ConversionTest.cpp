@@ -215,6 +215,25 @@ TEST_F(ConversionTest, NothingToConvert) {
   EXPECT_EQ(State(old), "1.0 V");
 }
 
+TEST_F(ConversionTest, TheModeIsATextOfTheUser) {
+  const std::string path = GetModuleRegistryKey(true) + "VXcSE";
+  const auto mode = [&] {
+    return ProtocolConverter("Cad", SuiteFolder() + "\\none.ini", mapping).QmarMode();
+  };
+  RegistryKey user;
+  RegistryKey machine;
+  user.Create(platform::Hive::CurrentUser, path);
+  machine.Create(platform::Hive::LocalMachine, path);
+  machine.WriteString("QmarMode", "1");
+  EXPECT_FALSE(mode());
+  user.WriteDword("QmarMode", 1);
+  EXPECT_FALSE(mode());
+  user.WriteString("QmarMode", "1");
+  EXPECT_TRUE(mode());
+  user.DeleteValue("QmarMode");
+  machine.DeleteValue("QmarMode");
+}
+
 TEST_F(ConversionTest, MinorStepsOfTheFirstGear) {
   struct Row {
     bool qmarMode;

@@ -55,6 +55,9 @@ TEST_F(FileNamesTest, LocalPartsAlwaysHaveAnIdentifier) {
   EXPECT_THAT(local("%uniqueid%", 0), MatchesRegex("<ASM>.\\w*\\.prt"));
   EXPECT_EQ(local("%uniqueid%", 0).size(), std::string("<ASM>\\12345678.prt").size());
   EXPECT_THAT(local("", 0), MatchesRegex("<ASM>. \\w*\\.prt")) << "and one never asks";
+  EXPECT_THAT(Name(true, {{"LocalFileName", "", 7}, {"LocalFolderType", "1"}}),
+              MatchesRegex(". \\w*\\.prt"))
+      << "values of the wrong type are as good as none";
 }
 
 TEST_F(FileNamesTest, TokensOfTheProtocol) {
