@@ -588,9 +588,9 @@ bool VXProtocol::GetLinkFrom2(TextRef linkName, std::string& text, int& enabled,
          Report("Cannot read LinkFrom", QM_HERE);
 }
 
-bool VXProtocol::EnableLinkFrom(TextRef linkName, bool enable) {
+bool VXProtocol::EnableLinkFrom(TextRef linkName, int enable) {
   if (!CheckReady()) return false;
-  return context.links.Link_EnableLinkFrom(Id(), linkName.Get(), enable ? 1 : 0) != 0 ||
+  return context.links.Link_EnableLinkFrom(Id(), linkName.Get(), enable) != 0 ||
          Report("Cannot enable LinkFrom", QM_HERE);
 }
 

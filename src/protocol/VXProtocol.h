@@ -156,7 +156,7 @@ class VXProtocol {
   int GetLinksFromCount(bool all);
   bool GetLinkFrom(int index, std::string& first, std::string& second, int& enabled, int& level);
   bool GetLinkFrom2(TextRef linkName, std::string& text, int& enabled, int& level);
-  bool EnableLinkFrom(TextRef linkName, bool enable);
+  bool EnableLinkFrom(TextRef linkName, int enable);
   bool SetLevelLinkFrom(TextRef linkName, int first, int second);
   bool SetLinkFrom(TextRef name, TextRef text);
   bool WriteLinkParam(TextRef name, const std::string& expression);

@@ -19,11 +19,60 @@ TEST_F(LinksTest, ParameterLinksAreToldFromProtocolLinks) {
   int level = 7;
   EXPECT_TRUE(protocol.GetLinkFrom2("width", second, enabled, level));
   EXPECT_EQ(second, "#D1/2");
-  Reports();
-  EXPECT_FALSE(protocol.GetLinkFrom(3, first, second, enabled, level));
-  EXPECT_EQ(Reports(), Messages{"Cannot read LinkFrom"});
+  EXPECT_EQ(std::pair(enabled, level), std::pair(1, 0));
+  EXPECT_TRUE(protocol.EnableLinkFrom("width", 0));
+  EXPECT_TRUE(protocol.SetLevelLinkFrom("width", 4, 5));
+  EXPECT_TRUE(protocol.GetLinkFrom2("width", second, enabled, level));
+  EXPECT_EQ(std::pair(enabled, level), std::pair(0, 4));
+  EXPECT_TRUE(protocol.EnableLinkFrom("width", 3));
+  EXPECT_TRUE(protocol.GetLinkFrom(2, first, second, enabled, level));
+  EXPECT_EQ(std::pair(enabled, level), std::pair(3, 4));
+  EXPECT_EQ(first + second, "width#D1/2");
   EXPECT_TRUE(protocol.DeleteLinkFrom("width"));
   EXPECT_EQ(protocol.GetLinksFromCount(true), 1);
+}
+
+TEST_F(LinksTest, ParentsAreListedByLinkAndByProtocol) {
+  VXProtocol protocol(context, Stored());
+  EXPECT_TRUE(protocol.SetLinkFrom("view", "P2@NewView"));
+  EXPECT_TRUE(protocol.SetLinkFrom("sum", "#P3@a+P4@b"));
+  std::vector<std::string> parents;
+  EXPECT_TRUE(protocol.GetLinkFromParentList(2, parents));
+  EXPECT_EQ(parents, (Messages{"P3", "P4"}));
+  EXPECT_TRUE(protocol.GetLinkFromParentList2("view", parents));
+  EXPECT_EQ(parents, Messages{"P2"});
+  EXPECT_TRUE(protocol.GetParentsList(parents));
+  EXPECT_EQ(parents, (Messages{"P2", "P3", "P4"}));
+}
+
+TEST_F(LinksTest, FailuresAreReportedWithTheirMessage) {
+  VXProtocol protocol(context, Stored());
+  Reports();
+  std::string first = "before";
+  std::string second = "before";
+  int enabled = 7;
+  int level = 7;
+  std::vector<std::string> parents{"before"};
+  EXPECT_FALSE(protocol.GetLinkFrom(3, first, second, enabled, level));
+  EXPECT_EQ(first + second, "");
+  EXPECT_EQ(std::pair(enabled, level), std::pair(0, 0));
+  EXPECT_FALSE(protocol.GetLinkFrom2("none", first, enabled, level));
+  EXPECT_FALSE(protocol.EnableLinkFrom("none", 1));
+  EXPECT_FALSE(protocol.SetLevelLinkFrom("none", 1, 2));
+  EXPECT_FALSE(protocol.DeleteLinkFrom("none"));
+  EXPECT_FALSE(protocol.GetLinkFromParentList(3, parents));
+  EXPECT_EQ(parents, Messages());
+  EXPECT_FALSE(protocol.GetLinkFromParentList2("none", parents));
+  EXPECT_FALSE(protocol.GetLinkTo(1, first, second));
+  EXPECT_FALSE(protocol.DeleteLinkTo("none", "P2"));
+  EXPECT_FALSE(protocol.GetProtocol("none", first));
+  EXPECT_FALSE(protocol.RemoveProtocol("none"));
+  EXPECT_EQ(Reports(),
+            (Messages{"Cannot read LinkFrom", "Cannot read LinkFrom", "Cannot enable LinkFrom",
+                      "Cannot set LevelLinkFrom", "Cannot delete LinkFrom",
+                      "Cannot read LinkFrom parent list no. 3.",
+                      "Cannot read LinkFrom parent list none.", "Cannot read LinkTo",
+                      "Cannot delete LinkTo", "Cannot get protocol", "Cannot remove protocol"}));
 }
 
 TEST_F(LinksTest, OutgoingLinksAreListedAndDeleted) {

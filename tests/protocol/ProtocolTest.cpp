@@ -174,5 +174,108 @@ TEST_F(ProtocolTest, FixedKeysConvert) {
   EXPECT_TRUE(protocol.GetCadx("FromCad", text));
 }
 
+TEST_F(ProtocolTest, TextsOfFixedKeysStandWhereTheCalculationsLookForThem) {
+  struct Key {
+    const char* section;
+    const char* keyword;
+    bool (VXProtocol::*get)(std::string&);
+    bool (VXProtocol::*put)(TextRef);
+  };
+  VXProtocol protocol(context, Stored());
+  Reports();
+  for (const Key& key :
+       {Key{"Globals", "Level", &VXProtocol::GetLevel, &VXProtocol::PutLevel},
+        {"Globals", "Measure", &VXProtocol::GetMeasure, nullptr},
+        {"Globals", "Unit", &VXProtocol::GetUnit, nullptr},
+        {"Cadx", "PartName", &VXProtocol::GetPartName, &VXProtocol::PutPartName},
+        {"Cadx", "DrawingName", &VXProtocol::GetDrawingName, &VXProtocol::PutDrawingName},
+        {"View", "Data", &VXProtocol::GetViewData, &VXProtocol::PutViewData},
+        {"View", "Driver", &VXProtocol::GetDriver, nullptr},
+        {"View", "Description", &VXProtocol::GetViewDescription, nullptr}}) {
+    const std::string section = key.section;
+    const std::string keyword = key.keyword;
+    SCOPED_TRACE(keyword);
+    std::string text = "before";
+    EXPECT_FALSE((protocol.*key.get)(text));
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(Reports(), Messages{section == "Globals" ? "Cannot read global data, item: " + keyword
+                                                       : "Cannot read from section " + section +
+                                                             ", keyword " + keyword + "."});
+    const std::string value = "the " + keyword;
+    EXPECT_TRUE(key.put ? (protocol.*key.put)(value)
+                        : protocol.PutKeyWord(section, keyword, value));
+    EXPECT_TRUE(protocol.GetKeyWord(section, keyword, text));
+    EXPECT_EQ(text, value);
+    EXPECT_TRUE((protocol.*key.get)(text));
+    EXPECT_EQ(text, value);
+  }
+}
+
+TEST_F(ProtocolTest, NumbersOfFixedKeysAreWrittenAsDecimals) {
+  VXProtocol protocol(context, Stored());
+  const auto stored = [&](const char* section, const char* keyword) {
+    std::string text;
+    protocol.GetKeyWord(section, keyword, text);
+    return text;
+  };
+  protocol.PutGlobalData("FromPin", "1");
+  protocol.PutGlobalData("ToPin", "-2");
+  EXPECT_EQ(protocol.GetOrientPin(), 0);
+  protocol.PutGlobalData("OrientPin", "3");
+  EXPECT_EQ(protocol.GetFromPin(), 1);
+  EXPECT_EQ(protocol.GetToPin(), -2);
+  EXPECT_EQ(protocol.GetOrientPin(), 3);
+  int number = 77;
+  EXPECT_FALSE(protocol.IsVisible(number));
+  EXPECT_EQ(number, 77);
+  for (const bool visible : {true, false}) {
+    EXPECT_TRUE(protocol.SetVisible(visible));
+    EXPECT_EQ(stored("View", "Visibled"), visible ? "1" : "0");
+    EXPECT_TRUE(protocol.IsVisible(number));
+    EXPECT_EQ(number, visible ? 1 : 0);
+  }
+  EXPECT_FALSE(protocol.GetTypeOfPart(number));
+  EXPECT_TRUE(protocol.SetTypeOfPart(10));
+  EXPECT_EQ(stored("Globals", "TypeOfPart"), "10");
+  EXPECT_EQ(protocol.IsChanged(), 0);
+  EXPECT_TRUE(protocol.SetChanged(2));
+  EXPECT_EQ(stored("Globals", "Changed"), "2");
+  EXPECT_TRUE(protocol.SetNewView(-1));
+  EXPECT_EQ(stored("Cadx", "NewView"), "-1");
+  for (const auto& [scale, text] : {std::pair{1.0 / 3, "0.33333333"}, {2e9, "2e+09"}, {50, "50"}}) {
+    EXPECT_TRUE(protocol.SetScale(scale));
+    EXPECT_EQ(stored("Globals", "Scale"), text);
+  }
+}
+
+// Nobody is told when they fail; the version does not even ask whether the object is ready.
+TEST_F(ProtocolTest, KeysAndTheStandardFailWithoutAReport) {
+  VXProtocol protocol(context, Stored());
+  VXProtocol closed(context);
+  std::string text;
+  EXPECT_TRUE(protocol.PutStandard("DIN 743"));
+  EXPECT_TRUE(protocol.PutPartKey("K1"));
+  EXPECT_TRUE(protocol.GetStandard(text));
+  EXPECT_EQ(text, "DIN 743");
+  EXPECT_TRUE(protocol.GetPartKey(text));
+  EXPECT_EQ(text, "K1");
+  VXProtocol::EraseById(context, protocol.GetProtocolID());
+  Reports();
+  for (VXProtocol* gone : {&protocol, &closed}) {
+    for (const auto read : {&VXProtocol::GetStandard, &VXProtocol::GetPartKey}) {
+      text = "before";
+      EXPECT_FALSE((gone->*read)(text));
+      EXPECT_EQ(text, "");
+    }
+    EXPECT_FALSE(gone->PutStandard("ISO"));
+    EXPECT_FALSE(gone->PutPartKey("K2"));
+    EXPECT_EQ(Reports(), Messages(gone == &closed ? 4 : 0, "Protocol is not ready"));
+    int number = 0;
+    EXPECT_FALSE(gone->SetVersion(1, 0));
+    EXPECT_FALSE(gone->GetVersion(number, number));
+    EXPECT_EQ(Reports(), Messages());
+  }
+}
+
 }  // namespace
 }  // namespace quillmar

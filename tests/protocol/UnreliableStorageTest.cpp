@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <type_traits>
 
 #include "protocol/VXProtocol.h"
 #include "support/TestMachine.h"
@@ -22,6 +23,17 @@ short QM_STDCALL ForgetTheEnd(const char*, const char*, const char*, char* value
 }
 short QM_STDCALL NoList(const char*, QmStringList** list) {
   *list = nullptr;
+  return 1;
+}
+
+// Link libraries of the older kind know nothing of a link's two integers.
+short QM_STDCALL OlderLinkFrom(const char*, int, char* first, char* second) {
+  std::strcpy(first, "a");
+  std::strcpy(second, "P2");
+  return 1;
+}
+short QM_STDCALL OlderLinkFrom2(const char*, const char*, char* text) {
+  std::strcpy(text, "P3");
   return 1;
 }
 
@@ -54,6 +66,27 @@ TEST_F(UnreliableStorageTest, ALibraryThatAlwaysWantsMoreIsGivenUp) {
   std::string value = "before";
   EXPECT_FALSE(protocol.GetKeyWord("Main", "Word", value));
   EXPECT_EQ(value, "");
+}
+
+TEST_F(UnreliableStorageTest, LinksOfAnOlderLibraryHaveNoStateAndNoLevel) {
+  VXProtocol protocol(context, "P1");
+  const auto older = [](auto& pointer, auto function) {
+    pointer = reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(
+        reinterpret_cast<void*>(function));
+  };
+  older(links.Link_GetLinkFrom.pointer, &OlderLinkFrom);
+  older(links.Link_GetLinkFrom2.pointer, &OlderLinkFrom2);
+  std::string first;
+  std::string second;
+  int enabled = 7;
+  int level = 7;
+  EXPECT_TRUE(protocol.GetLinkFrom(1, first, second, enabled, level));
+  EXPECT_EQ(first + second, "aP2");
+  EXPECT_EQ(enabled + level, 0);
+  enabled = level = 7;
+  EXPECT_TRUE(protocol.GetLinkFrom2("b", second, enabled, level));
+  EXPECT_EQ(second, "P3");
+  EXPECT_EQ(enabled + level, 0);
 }
 
 TEST_F(UnreliableStorageTest, MissingFunctionsFailInOrder) {
