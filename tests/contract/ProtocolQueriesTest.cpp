@@ -256,6 +256,25 @@ TEST_F(ProtocolQueries, ACopyHasNoLinksAndItsOwnIdentity) {
   }
 }
 
+// Each text of a strict list has pages of its own, of which a process cannot have many.
+TEST_F(ProtocolQueries, AReferenceOfTenMegabytesIsCopiedWhole) {
+  const int items = kStrictCompanions ? 2'000 : 100'000;
+  const std::size_t length = 10'000'000 / items;
+  std::string source;
+  const std::string reference = Unstored([&](Record& record) {
+    source = record.Id();
+    for (int i = 0; i < items; ++i) {
+      record.SetKeyWord("Points", std::to_string(i).c_str(), std::string(length, 'a' + i % 26));
+    }
+  });
+  ASSERT_GT(reference.size(), 10'000'000u);
+  std::string newId(64, '\0');
+  std::string newReference(reference.size() + newId.size(), '\0');
+  ASSERT_EQ(module.CopyProtocol(reference.c_str(), newId.data(), newReference.data()), 1);
+  // Not EXPECT_EQ, which would print both.
+  EXPECT_TRUE(newReference.c_str() == newId.c_str() + reference.substr(source.size()));
+}
+
 TEST_F(ProtocolQueries, WhatIsNoReferenceIsNotCopied) {
   const int before = Count();
   char newId[64] = "old";
