@@ -67,6 +67,37 @@ TEST_F(Reentry, FromInsideEveryCall) {
   platform::PumpMessages();
 }
 
+// Where the host is a process of its own, its message arrives while the call that it came from is
+// under way.
+TEST_F(Reentry, FromMessagesDuringACallOfTheHost) {
+  struct Row {
+    int method;
+    std::size_t inserts;  // what the dispatcher asks while it handles a message brings another one
+  };
+  for (const Row& row :
+       {Row{QM_HOST_SHOW_CALCULATION, 1}, {QM_HOST_CALLBACK_CODE, 2}, {QM_HOST_CALLBACK_LIST, 2}}) {
+    SCOPED_TRACE(row.method);
+    const std::string id = Calculated(kShaft);
+    const std::string shown = Calculated(kParametricPart);
+    host.Forget();
+    host.Answer(std::to_string(QM_HOST_CALLBACK_CODE), std::to_string(QM_CALLBACK_NEW_PART));
+    host.Answer(std::to_string(QM_HOST_CALLBACK_LIST), id);
+    host.Answer(std::to_string(QM_HOST_SHOW_CALCULATION), "7");
+    host.Answer("post " + std::to_string(row.method));
+    host.Answer("post " + std::to_string(QM_HOST_SHOW_CALCULATION));
+    ForgetCalls();
+    EXPECT_EQ(module.ShowDialogUT(shown.c_str()), 7);
+    if (!kHostSharesTheJournal) {
+      EXPECT_THAT(Calls("InsertShaft"), SizeIs(row.inserts)) << "not from inside the call";
+    }
+    platform::PumpMessages();
+    EXPECT_THAT(Calls("InsertShaft"), SizeIs(row.inserts));
+    EXPECT_EQ(StateOf(id), QM_PROTOCOL_CLOSED);
+    EXPECT_EQ(StateOf(shown), QM_PROTOCOL_CLOSED);
+    EXPECT_EQ(strict::Core().Strict_OpenProtocols(), 0);
+  }
+}
+
 class EnteringHandler : public platform::WindowHandler {
  public:
   void OnMessage(unsigned) override { inner.Call(); }

@@ -1,7 +1,9 @@
 #include "host/HostBrain.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 #include "quillmar/CalculationHost.h"
 
@@ -11,6 +13,8 @@ namespace {
 using platform::AutomationArguments;
 using platform::AutomationType;
 using platform::AutomationValue;
+
+constexpr std::chrono::milliseconds kTimeToHandleAMessage{100};
 
 // Arguments: 't' a text, 'i' an integer.
 struct Method {
@@ -130,6 +134,9 @@ HostBrain::Reply HostBrain::Call(int identifier, const AutomationArguments& argu
   if (identifier == QM_HOST_SESSION) {
     callbackWindow = static_cast<std::uint32_t>(
         std::strtol(std::get<std::string>(arguments[1]).c_str(), nullptr, 10));
+  }
+  if (answers.erase("post " + number) != 0 && callbackWindow != 0 && postCallback(callbackWindow)) {
+    std::this_thread::sleep_for(kTimeToHandleAMessage);
   }
   const std::string* answer = Answer(number);
   const std::string unlessAnswered = identifier == QM_HOST_IS_READY ? "1" : "";

@@ -21,6 +21,8 @@ namespace quillmar::strict {
 //   "<id>"           the result of the method
 //   "raise <id>"     the method raises an error with the answer as its description
 //   "die <id>"       the host dies in the middle of that method, whatever the answer
+//   "post <id>"      during the next call of that method the host tells the callback window that it
+//                    has calculated; a caller that waits in another process handles that at once
 //   "refuse <name>"  the host does not know the method of that name, whatever the answer
 // Unless answered otherwise the host is ready and every other result is 0 or empty.
 enum HostControl {
