@@ -8,7 +8,6 @@
 namespace quillmar {
 namespace {
 
-constexpr std::size_t kKeptReports = 10000;
 constexpr std::size_t kShownReports = 10;
 
 // Read at every report, so that tracing can be switched while the host runs.
@@ -23,8 +22,8 @@ void ErrorLog::ReportError(const std::string& message, const SourceStamp& source
                        ", Line: " + std::to_string(source.line) + "\n  (Compiled: " + source.date +
                        "," + source.time + ", Source Modified: " + source.modified + ")";
   if (TraceEnabled()) platform::DebugOutput(report);
-  if (reports.size() == kKeptReports) reports.pop_front();
   reports.push_back(std::move(report));
+  if (reports.size() > keptReports) reports.pop_front();
 }
 
 void ErrorLog::ReportException(const char* where, const SourceStamp& source) noexcept {

@@ -19,6 +19,9 @@ struct SourceStamp {
 
 class ErrorLog {
  public:
+  // `keptReports`: how many of the newest reports are kept.
+  explicit ErrorLog(std::size_t keptReports = 10000) : keptReports(keptReports) {}
+
   void ReportError(const std::string& message, const SourceStamp& source);
 
   // Reports the exception that is being handled, as far as there is memory for it.
@@ -32,6 +35,7 @@ class ErrorLog {
   // The newest reports, oldest first. Nothing looks further back than ten, so old ones go when a
   // long session piles them up.
   std::deque<std::string> reports;
+  std::size_t keptReports;
 };
 
 }  // namespace quillmar

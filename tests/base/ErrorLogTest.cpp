@@ -55,5 +55,15 @@ TEST_F(ErrorLogTest, AFailedStepShowsTheTenNewestReports) {
   EXPECT_EQ(debugger.Take(), std::vector<std::string>{expected});
 }
 
+TEST_F(ErrorLogTest, OldReportsMakeRoomForNewOnes) {
+  ErrorLog small(2);
+  for (const char* message : {"first", "second", "third"}) small.ReportError(message, kSource);
+  SetTrace("1");
+  small.ReportFailure("step");
+  EXPECT_EQ(debugger.Take(),
+            std::vector<std::string>{"step (" + ReportOf("third") + ")\n" + ReportOf("third") +
+                                     "\n" + ReportOf("second") + "\n"});
+}
+
 }  // namespace
 }  // namespace quillmar

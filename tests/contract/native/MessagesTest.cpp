@@ -62,6 +62,10 @@ TEST_F(Messages, TheTitleIsOfTheMachinesLanguageAndTheHostsKind) {
     EXPECT_FALSE(LoadModule());
     EXPECT_EQ(platform::Machine::Current().Shown().back().title, each.title);
   }
+  RemoveValue(Hive::LocalMachine, kModuleKey, "Language");
+  SetNumber(Hive::LocalMachine, kModuleKey, "Language", 1);
+  EXPECT_FALSE(LoadModule());
+  EXPECT_EQ(platform::Machine::Current().Shown().back().title, "Title") << "a number names none";
 }
 
 TEST_F(Messages, AHostThatIsNeverReadyGetsNoSessionData) {
@@ -114,6 +118,18 @@ TEST_F(Trace, FailuresAreReportedInOrderWhenTracingIsOn) {
   EXPECT_EQ(messages[0], "Cannot insert parameter part");
   EXPECT_EQ(messages[1], "Cannot insert part into cad system.");
   EXPECT_THAT(messages[2], testing::StartsWith("Cannot insert part"));
+}
+
+TEST_F(Trace, WhatIsNoOptionsPageIsReported) {
+  platform::WriteProfileText("Afx.ini", "Diagnostics", "TraceEnabled", "1");
+  const QmOptionsPage nobodys{};
+  const QmOptionsPage* pages[] = {&nobodys, nullptr, reinterpret_cast<const QmOptionsPage*>(16)};
+  platform::Machine::Current().DebugLines().clear();
+  EXPECT_EQ(module.SetOptions(pages, 3, "Sheet", "", 0), 0);
+  EXPECT_THAT(platform::Machine::Current().DebugLines(),
+              ElementsAre(testing::StartsWith("Options page 0 is not a page\n"),
+                          testing::StartsWith("Options page 1 is not a page\n"),
+                          testing::StartsWith("Options page 2 is not a page\n")));
 }
 
 }  // namespace
