@@ -55,7 +55,7 @@ std::optional<std::string> AskFolder(QmWindow, const std::string& start,
 std::optional<std::string> AskSaveFile(const SaveQuestion& question) {
   Machine::State& machine = Machine::Current().Internals();
   std::lock_guard guard(machine.mutex);
-  Record(machine, "save", question.title, question.initialPath);
+  Record(machine, "save", question.title, question.initialPath + "\n" + question.filter);
   std::optional<std::string> path = NextAnswer(machine.answers.saveFiles);
   bool bare = path && FileNameOf(*path).find('.') == std::string::npos;
   if (bare && !question.defaultExtension.empty()) *path += "." + question.defaultExtension;
