@@ -74,7 +74,8 @@ class OptionsStore {
   void Save(EditedOptions fresh);
   // The default tags that a save with the flag left in the registry; empty when there are none.
   std::vector<BomTag> StoredDefaultTags() const;
-  // The window of subsidiary calculations that rereads its settings after each save.
+  // The window of subsidiary calculations rereads its settings after each save. Whoever makes such
+  // a window registers it, anew after the options were read again; this library makes none.
   void RegisterKcWindow(QmWindow window) { kcWindowHandle = window; }
 
   const std::string& Key() const { return key; }

@@ -2,10 +2,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <csignal>
 #include <filesystem>
 
 #include "base/RegistryKey.h"
 #include "options/DepthDialog.h"
+#include "platform/Messages.h"
 #include "platform/native/Machine.h"
 #include "support/TestMachine.h"
 
@@ -88,6 +92,72 @@ TEST_F(DialogsTest, ASaveThatCannotBeWrittenLosesNothing) {
   EXPECT_EQ(options.ReadOptionText("OptBom", "User_Old", ""), "");
   EXPECT_EQ(options.ReadOptionText("OptBom", "User_New", ""), "new");
   EXPECT_EQ(options.ReadOptionInt("OptBom", "NotDefaultTags", 0), 1);
+}
+
+// While it lives, no file of this process can grow beyond `bytes`, as on a disk that is full.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{bytes, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+  }
+
+ private:
+  rlimit before{};
+  void (*handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+// There is room for the file without the old options, but not for all of the new ones.
+TEST_F(DialogsTest, ASaveThatFailsHalfWayLosesNothing) {
+  options.WriteOptionText("OptBom", "User_Old", std::string(500, 'o'));
+  options.WriteOptionInt("OptKC", "PicSize", 70);
+  const std::filesystem::path folder = Machine::Current().Root() / "registry";
+  const auto files = [&] { return std::distance(std::filesystem::directory_iterator(folder), {}); };
+  const auto filesBefore = files();
+  EditedOptions edited = options.Edited();
+  edited.tags = {{"Short", "s"}, {"Long", std::string(1000, 'n')}};
+  {
+    const FullDisk full(file_size(folder / "HKEY_CURRENT_USER.reg"));
+    options.Save(edited);
+  }
+  EXPECT_EQ(options.ReadOptionText("OptBom", "User_Old", ""), std::string(500, 'o'));
+  EXPECT_EQ(options.ReadOptionText("OptBom", "User_Short", "none"), "none");
+  EXPECT_EQ(options.ReadOptionInt("OptKC", "PicSize", 0), 70);
+  EXPECT_EQ(files(), filesBefore);
+  options.Save(edited);
+  EXPECT_EQ(options.ReadOptionText("OptBom", "User_Long", ""), std::string(1000, 'n'));
+}
+
+// The window of subsidiary calculations, as somebody who makes one registers it.
+struct KcWindow : platform::WindowHandler {
+  void OnMessage(unsigned message) override { messages.push_back(message); }
+  void OnShown() override {}
+
+  std::vector<unsigned> messages;
+  std::unique_ptr<platform::HiddenWindow> window =
+      platform::HiddenWindow::Create(nullptr, 1, *this);
+};
+
+TEST_F(DialogsTest, AfterASaveTheKcWindowRereadsItsSettings) {
+  const std::vector<unsigned> told{1113};
+  KcWindow kc;
+  options.Save(options.Edited());
+  EXPECT_TRUE(kc.messages.empty()) << "it is not registered";
+  options.RegisterKcWindow(kc.window->Handle());
+  options.Save(options.Edited());
+  EXPECT_EQ(kc.messages, told);
+  options.ReadConfiguration();
+  options.Save(options.Edited());
+  EXPECT_EQ(kc.messages, told) << "what was read anew has forgotten the window";
+  options.RegisterKcWindow(kc.window->Handle());
+  kc.window.reset();
+  options.Save(options.Edited());
+  EXPECT_EQ(kc.messages, told);
 }
 
 }  // namespace
