@@ -3,6 +3,7 @@
 #include <execinfo.h>
 
 #include "FailingAllocations.h"
+#include "OpenHandles.h"
 #include "RoadTest.h"
 
 namespace quillmar::contract {
@@ -52,12 +53,14 @@ TEST_P(AllocationSweep, EveryAllocationInTurn) {
   ::backtrace(first, 1);  // loads what it needs
   EXPECT_FALSE(Run(road, 0, false));
   const int usualResult = result;
+  const int handles = OpenHandles();
   int steps = 0;
   for (int failing = 1; Run(road, failing, fromThenOn); ++steps) {
     EXPECT_THAT(result, testing::AnyOf(0, usualResult)) << allocations.failed;
     failing = allocations.failed + 1;
   }
   EXPECT_GT(steps, 10);
+  EXPECT_EQ(OpenHandles(), handles);
   EXPECT_FALSE(Run(road, 0, false));
   EXPECT_EQ(result, usualResult);
 }
