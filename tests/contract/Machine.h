@@ -39,6 +39,8 @@ std::filesystem::path OwnPath(const std::string& windowsPath);
 
 // Lets a wait that is under way run out where the clock can be set.
 extern const bool kClockCanBeSet;
+// The host is a process of its own: its calls are seen here only through a HostJournal.
+extern const bool kHostIsAProcess;
 void EndWait();
 
 // Moves a file to another place of the same drive, making the folder when it is missing.

@@ -5,6 +5,7 @@
 namespace quillmar::contract {
 
 const bool kClockCanBeSet = true;
+const bool kHostIsAProcess = false;
 
 std::filesystem::path OwnPath(const std::string& windowsPath) {
   return platform::Machine::Current().HostPath(windowsPath);

@@ -3,6 +3,7 @@
 namespace quillmar::contract {
 
 const bool kClockCanBeSet = false;
+const bool kHostIsAProcess = true;
 
 std::filesystem::path OwnPath(const std::string& windowsPath) { return windowsPath; }
 
