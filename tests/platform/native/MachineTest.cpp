@@ -140,6 +140,7 @@ TEST(Machine, AnswersDialogsFromItsScript) {
   question.title = "save";
   question.initialPath = "C:\\start";
   question.defaultExtension = "tmu";
+  question.filter = "Templates|*.tmu||";
   EXPECT_EQ(AskFolder(0, "C:\\s", "pick"), "C:\\A");
   EXPECT_EQ(AskFolder(0, "C:\\s", "pick"), "D:\\");
   EXPECT_EQ(AskFolder(0, "C:\\s", "pick"), std::nullopt);
@@ -154,7 +155,7 @@ TEST(Machine, AnswersDialogsFromItsScript) {
   }
   EXPECT_EQ(shown.size(), 8U);
   EXPECT_EQ(shown.front(), "folder|pick|C:\\s");
-  EXPECT_EQ(shown[3], "save|save|C:\\start");
+  EXPECT_EQ(shown[3], "save|save|C:\\start\nTemplates|*.tmu||");
   EXPECT_EQ(shown.back(), "message|title|text");
 }
 
