@@ -109,6 +109,52 @@ TEST_F(SessionTool, TheTourShowsAllKindsOfObjectsAndGoesOnFromWhatItSaved) {
   EXPECT_EQ(gears.begin().value()["parameters"]["b"], 41);
 }
 
+TEST_F(SessionTool, ChangedSettingsShowInWhatIsMadeAndChangedLater) {
+  const auto cam = [](const char* name, int radius) -> Json {
+    return {
+        {"do", "calculate"}, {"name", name}, {"calculation", "CAM"}, {"inputs", {{"rb", radius}}}};
+  };
+  const Json job = {
+      {"document", "Names"},
+      {"steps",
+       {cam("untouched", 30),
+        cam("changed", 40),
+        {{"do", "settings"}, {"key", "OptBom"}, {"values", {{"TitleExt", "%BOM1% (%CBFName%)"}}}},
+        {{"do", "settings"},
+         {"key", "Drawboard\\OptGeneral2"},
+         {"values", {{"LocalFileName", "%BOM1% %UniqueId%"}, {"ReplaceSpaces", 2}}}},
+        {{"do", "log in again"}},
+        cam("later", 50),
+        {{"do", "change"}, {"name", "changed"}, {"inputs", {{"h", 24}}}}}}};
+  const Ran ran = Session("--job " + Write("names.json", job));
+  ASSERT_EQ(ran.status, 0) << ran.output;
+  std::ifstream file(out / "session.txt");
+  const std::string report(std::istreambuf_iterator<char>(file), {});
+  struct Row {
+    const char* radius;
+    const char* caption;
+    const char* name;
+  };
+  const Row rows[] = {{"30", "Disc cam R30 h20 b20", "CAM R30 h20 b20 \\w{8}"},
+                      {"40", "Disc cam (CAM)", "CAM R40 h20 b20 \\w{8}"},
+                      {"50", "Disc cam (CAM)", "Disc_cam_\\w{8}"}};
+  const Json document = Document();
+  ASSERT_EQ(document["objects"].size(), std::size(rows));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const Json& object = document["objects"][i];
+    EXPECT_EQ(object["parameters"]["rb"], rows[i].radius);
+    EXPECT_EQ(object["caption"], rows[i].caption);
+    const std::string path = object["file"];
+    EXPECT_THAT(path,
+                testing::ContainsRegex("\\\\Names\\\\" + std::string(rows[i].name) + "\\.dbp$"));
+    EXPECT_THAT(report, HasSubstr(std::string("caption    ") + rows[i].caption + "\n"));
+    EXPECT_THAT(report, HasSubstr("file       " + path + "\n"));
+    EXPECT_THAT(report, HasSubstr(std::string("rb = ") + rows[i].radius + " mm  "));
+  }
+  EXPECT_THAT(report, testing::ContainsRegex("\n *[0-9.]+ s +session → Quillmar  "
+                                             "StartCalculation\\(\"CAM\", \"ISO\"\\) = 1\n"));
+}
+
 TEST_F(SessionTool, AnInterruptedSessionLeavesWholeFiles) {
   // Nobody plays the data wizard, for which the session waits.
   std::filesystem::remove(image / "drive_c/Vantorel/Fendrake/Datrova.exe");
