@@ -17,10 +17,12 @@ std::string Style::Painted(const char* colour, const std::string& text) const {
   return colours ? fmt::format("\x1b[{}m{}\x1b[0m", colour, text) : text;
 }
 
-Style StyleOf(Stream stream) {
+bool HasColours(Stream stream) {
   const char* refused = std::getenv("NO_COLOR");
-  return Style(IsTerminal(stream) && (refused == nullptr || *refused == '\0'));
+  return IsTerminal(stream) && (refused == nullptr || *refused == '\0');
 }
+
+Style StyleOf(Stream stream) { return Style(HasColours(stream)); }
 
 ProgressBar::ProgressBar(std::string what, std::size_t total)
     : what(std::move(what)), total(total), shown(total > 0 && IsTerminal(Stream::Errors)) {}

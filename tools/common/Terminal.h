@@ -24,7 +24,8 @@ class Style {
   bool colours;
 };
 
-// Colours on a terminal, unless the user wants none anywhere (NO_COLOR).
+// Whether a stream gets colours: a terminal does, unless the user wants none anywhere (NO_COLOR).
+bool HasColours(Stream stream);
 Style StyleOf(Stream stream);
 
 // A line on the error stream that shows how far a long work is; nothing when that stream is no

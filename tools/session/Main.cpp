@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "common/Place.h"
+#include "common/Terminal.h"
 #include "drawboard/CodePage.h"
 #include "platform/Modules.h"
 #include "session/JobWriter.h"
@@ -86,7 +87,7 @@ int RunJob(const Options& options, const session::Job& job, const std::string& d
     failure = error.what();
   }
   progress.Clear();
-  const session::ReportStyle style{tools::IsTerminal(tools::Stream::Output), options.allCalls};
+  const session::ReportStyle style{tools::HasColours(tools::Stream::Output), options.allCalls};
   std::fputs(session::ReportText(session, style).c_str(), stdout);
   if (!options.out.empty()) {
     session::WriteReport(session, drive, options.out);
