@@ -6,6 +6,7 @@
 #include "drawboard/DriveFiles.h"
 #include "drawboard/Folders.h"
 #include "drawboard/Outline.h"
+#include "keelcomm/BufferItems.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 
@@ -15,6 +16,12 @@ namespace {
 constexpr const char* kDocumentExtension = ".json";
 // Calls that come before a document was opened work in this one. It starts empty.
 constexpr const char* kScratchName = "Untitled";
+
+// What the module writes into a protocol that replaces another one.
+constexpr const char* kCadSection = "Cadx";
+constexpr const char* kReplacedProtocol = "OldPartPID";
+constexpr std::string_view kReferenceMarker = "<@PID>";
+constexpr std::string_view kItemEnd = "<@EL>";
 
 const std::string kPartExtension = "dbp";
 const std::string kFeatureExtension = "dbf";
@@ -28,6 +35,22 @@ void WriteDocument(const Document& document, const Kernel& kernel) {
 // Of a part that the kernel makes no files of.
 ExchangeFiles PictureOf(const Outlines& outlines) {
   return outlines.empty() ? ExchangeFiles() : ExchangeFiles{{}, {}, OutlinesToSvg(outlines)};
+}
+
+// Empty when the connection text does not say, as with a store whose texts are not to be read.
+std::string ReplacedProtocolOf(std::string_view connection) {
+  const auto marker = connection.find(kReferenceMarker);
+  if (marker == std::string_view::npos) return {};
+  connection.remove_prefix(marker + kReferenceMarker.size());
+  std::vector<std::string_view> items;
+  for (auto end = connection.find(kItemEnd); end != std::string_view::npos;
+       end = connection.find(kItemEnd)) {
+    items.push_back(connection.substr(0, end));
+    connection.remove_prefix(end + kItemEnd.size());
+  }
+  const auto record = quillmar::keelcomm::RecordFromItems(items);
+  const auto* replaced = record ? record->Find(kCadSection, kReplacedProtocol) : nullptr;
+  return replaced != nullptr ? replaced->value : std::string();
 }
 
 }  // namespace
@@ -189,6 +212,12 @@ void Board::Insert(BoardObject object, const std::string& givenPath, const Objec
     if (finish) finish(placed, next, files);
     StoreWithHost(next, placed, givenPath, files);
   });
+}
+
+std::string Board::BearerOf(const std::string& protocolId, const std::string& connection) {
+  if (Current().Find(protocolId) != nullptr) return protocolId;
+  const std::string replaced = ReplacedProtocolOf(connection);
+  return replaced.empty() ? protocolId : replaced;
 }
 
 void Board::ChangeObjects(const std::string& protocolId, const std::string& givenPath,

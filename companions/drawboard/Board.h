@@ -63,6 +63,9 @@ class Board {
   // Adds an object and its file. Its name is made from the file's, else from its kind.
   // `finish`, when given, completes the named object, which already stands in the document.
   void Insert(BoardObject object, const std::string& givenPath, const ObjectChange& finish = {});
+  // The identifier of the objects that a change with this connection text means: the protocol's own
+  // or, when no object bears it yet, that of the protocol which it replaces.
+  std::string BearerOf(const std::string& protocolId, const std::string& connection);
   // Changes every object of that protocol identifier and writes their files.
   void ChangeObjects(const std::string& protocolId, const std::string& givenPath,
                      const ObjectChange& change);

@@ -48,6 +48,12 @@ void GiveText(std::string_view text, char* buffer, std::size_t capacity);
 // A text argument; null counts as empty.
 inline std::string TextOf(const char* text) { return text != nullptr ? text : ""; }
 
+// The identifier of the objects that a change means: the protocol's own, or that of the protocol
+// which it replaces.
+inline std::string BearerOf(const char* protocolId, const char* connection) {
+  return TheAddin().board.BearerOf(TextOf(protocolId), TextOf(connection));
+}
+
 namespace driver {
 #define DRAWBOARD_DECLARE(need, name, result, parameters, arguments) result name parameters;
 QM_CAD_FUNCTIONS(DRAWBOARD_DECLARE)

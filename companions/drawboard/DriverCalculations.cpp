@@ -41,7 +41,7 @@ int InsertObject(const ObjectCall& call) {
 }
 
 int ChangeObject(const ObjectCall& call) {
-  TheAddin().board.ChangeObjects(TextOf(call.protocolId), {},
+  TheAddin().board.ChangeObjects(BearerOf(call.protocolId, call.connection), {},
                                  [&](BoardObject& object, Document&, FileChanges&) {
                                    Connect(object, TextOf(call.connection));
                                    Apply(object, call);
@@ -106,7 +106,7 @@ int ChangeAssemblyEx(const char* protocolId, const char* parameters, const char*
                      const ExtDataPair* pairs, int count) {
   const ObjectCall call{Kind::Assembly, protocolId, connection, nullptr, parameters};
   const NamedTexts extendedData = CopyPairs(pairs, count);
-  TheAddin().board.ChangeObjects(TextOf(protocolId), {},
+  TheAddin().board.ChangeObjects(BearerOf(protocolId, connection), {},
                                  [&](BoardObject& object, Document&, FileChanges&) {
                                    Connect(object, TextOf(connection));
                                    Apply(object, call);

@@ -106,7 +106,7 @@ int ChangePart(const char* fileName, const char* protocolId, const char* connect
                const char* secondFileName, const char* caption, const ExtDataPair* pairs,
                int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
-  TheBoard().ChangeObjects(TextOf(protocolId), TextOf(secondFileName),
+  TheBoard().ChangeObjects(BearerOf(protocolId, connection), TextOf(secondFileName),
                            [&](BoardObject& object, Document& next, FileChanges& files) {
                              Apply(object, call);
                              object.local = local != 0;
@@ -133,7 +133,7 @@ int ChangeParamPart(const char* protocolId, const char* modelPath, const char* p
                     const char* connection, int local, const char* filePath, const char* caption,
                     const ExtDataPair* pairs, int count, int modelChanged) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
-  TheBoard().ChangeObjects(TextOf(protocolId), TextOf(filePath),
+  TheBoard().ChangeObjects(BearerOf(protocolId, connection), TextOf(filePath),
                            [&](BoardObject& object, Document&, FileChanges&) {
                              Apply(object, call);
                              object.local = local != 0;
@@ -160,7 +160,7 @@ int InsertShaft(const char* protocolId, const char* modelPath, const char* param
 int ChangeShaft(const char* protocolId, const char* modelPath, const char* parameters,
                 const char* connection, const char* caption, const ExtDataPair* pairs, int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
-  TheBoard().ChangeObjects(TextOf(protocolId), {},
+  TheBoard().ChangeObjects(BearerOf(protocolId, connection), {},
                            [&](BoardObject& object, Document&, FileChanges&) {
                              Apply(object, call);
                              object.modelPath = TextOf(modelPath);
@@ -184,7 +184,7 @@ int InsertFeature(const char* modelPath, const char* protocolId, const char* con
 
 int ChangeFeature(const char* modelPath, const char* protocolId, const char* connection,
                   const char* caption, const char* parameters) {
-  TheBoard().ChangeObjects(TextOf(protocolId), {},
+  TheBoard().ChangeObjects(BearerOf(protocolId, connection), {},
                            [&](BoardObject& object, Document&, FileChanges&) {
                              Connect(object, TextOf(connection));
                              object.caption = TextOf(caption);
@@ -210,7 +210,7 @@ int ChangeCamPart(const char* protocolId, int pointCount, const double* first, c
                   const char* caption, const ExtDataPair* pairs, int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
   const Profile profile = MakeProfile(pointCount, first, second, baseValue, baseUnit);
-  TheBoard().ChangeObjects(TextOf(protocolId), {},
+  TheBoard().ChangeObjects(BearerOf(protocolId, connection), {},
                            [&](BoardObject& object, Document&, FileChanges&) {
                              Apply(object, call);
                              object.profile = profile;
@@ -233,7 +233,7 @@ int InsertCamPartEx(const char* protocolId, const char* parameters, const char* 
 int ChangeCamPartEx(const char* protocolId, const char* parameters, const char* connection,
                     const char* caption, const ExtDataPair* pairs, int count) {
   const PartCall call = MakePartCall(connection, caption, pairs, count);
-  TheBoard().ChangeObjects(TextOf(protocolId), {},
+  TheBoard().ChangeObjects(BearerOf(protocolId, connection), {},
                            [&](BoardObject& object, Document&, FileChanges&) {
                              Apply(object, call);
                              ApplyParameters(object, parameters);

@@ -30,7 +30,7 @@ void Give(Inputs& inputs, const nlohmann::json& given) {
   }
 }
 
-// The calculations and changes of a job, whichever form it has.
+// The calculations, changes and copies of a job, whichever form it has.
 std::vector<nlohmann::json> StepsOf(const nlohmann::json& job) {
   std::vector<nlohmann::json> steps;
   for (const char* list : {"steps", "calculations", "changes"}) {
@@ -90,11 +90,13 @@ TEST(Samples, JobsAreCalculatedAndTheirChangesToo) {
     for (const auto& step : StepsOf(nlohmann::json::parse(Contents(file)))) {
       const std::string name = step.at("name");
       const bool change = parts.count(name) != 0;
+      const std::string source = change ? name : step.value("of", "");
       Inputs inputs;
-      if (change) {
-        for (const DataParameter& each : parts[name][0].parameters) {
+      if (!source.empty()) {
+        for (const DataParameter& each : parts.at(source)[0].parameters) {
           inputs.SetStored(each.name, each.value, each.unit);
         }
+        kinds[name] = kinds[source];
       } else {
         kinds[name] = step.at("calculation");
       }

@@ -155,6 +155,49 @@ TEST_F(SessionTool, ChangedSettingsShowInWhatIsMadeAndChangedLater) {
                                              "StartCalculation\\(\"CAM\", \"ISO\"\\) = 1\n"));
 }
 
+// A bolt has its nut as a view, which goes along with what becomes of the bolt.
+TEST_F(SessionTool, CommandsOnTheSelectedPartEndInTheCad) {
+  Json job = {
+      {"steps",
+       {{{"do", "calculate"}, {"name", "bolt"}, {"calculation", "THRJOIN"}, {"inputs", {{"N", 2}}}},
+        {{"do", "update"}, {"name", "bolt"}, {"inputs", {{"t_1", 20}}}},
+        {{"do", "copy"}, {"name", "spare"}, {"of", "bolt"}, {"inputs", {{"d", 16}}}},
+        {{"do", "replace"}, {"name", "new"}, {"of", "bolt"}, {"inputs", {{"t_1", 30}}}},
+        {{"do", "change"}, {"name", "bolt"}, {"inputs", {{"N", 3}}}}}}};
+  const std::string save = " --save-job '" + saved.string() + "'";
+  Ran ran = Session("--job " + Write("job.json", job) + save);
+  ASSERT_EQ(ran.status, 0) << ran.output;
+  const Json before = Document();
+  const struct {
+    const char *diameter, *thickness, *bolts;
+    std::size_t formerIds;
+  } rows[] = {
+      {"12", "30", "3", 1}, {"12", "30", "3", 0}, {"16", "20", "2", 0}, {"16", "20", "2", 0}};
+  ASSERT_EQ(before["objects"].size(), std::size(rows));
+  std::set<std::string> identities;
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const Json& object = before["objects"][i];
+    EXPECT_EQ(object["parameters"]["d"], rows[i].diameter) << i;
+    EXPECT_EQ(object["parameters"]["t_1"], rows[i].thickness) << i;
+    EXPECT_EQ(object["parameters"]["N"], rows[i].bolts) << i;
+    EXPECT_EQ(object["formerIds"].size(), rows[i].formerIds) << i;
+    identities.insert(object["protocolId"].get<std::string>());
+  }
+  EXPECT_EQ(identities.size(), std::size(rows));
+
+  job = Read(saved);
+  Step(job, "spare")["inputs"]["d"] = 20;
+  ran = Session("--continue --job " + Write("changed.json", job) + save);
+  ASSERT_EQ(ran.status, 0) << ran.output;
+  const Json after = Document();
+  ASSERT_EQ(after["objects"].size(), std::size(rows));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const Json& object = after["objects"][i];
+    EXPECT_EQ(object["protocolId"], before["objects"][i]["protocolId"]) << i;
+    EXPECT_EQ(object["parameters"]["d"], i < 2 ? "12" : "20") << i;
+  }
+}
+
 TEST_F(SessionTool, AnInterruptedSessionLeavesWholeFiles) {
   // Nobody plays the data wizard, for which the session waits.
   std::filesystem::remove(image / "drive_c/Vantorel/Fendrake/Datrova.exe");

@@ -41,6 +41,30 @@ struct Change {
   Inputs inputs;
 };
 
+// What follows are the user's commands on the first part of a calculation, which he has selected.
+
+// Recalculates it with other inputs, as Change does.
+struct Update {
+  std::string name;  // of the calculation that is updated
+  Inputs inputs;
+};
+
+// Copies the part under an identity of its own. The copy is a calculation like others.
+struct Copy {
+  std::string name;
+  std::string of;  // calculation
+  Inputs inputs;   // in which the copy differs
+  std::vector<std::string> objects;
+};
+
+// Puts such a copy in the place of the part.
+struct Replace {
+  std::string name;
+  std::string of;
+  Inputs inputs;
+  std::vector<std::string> objects;
+};
+
 // Options of the user, as an options dialog would store them.
 struct Settings {
   std::string key;  // below the module's own
@@ -123,8 +147,9 @@ struct GroupManager {
   std::string name;  // of the group
 };
 
-using Step = std::variant<Calculation, Change, Settings, NewLogin, Group, Assembly, Drawing,
-                          Picture, Format, OldPart, UserPart, LinkRefresh, GroupManager>;
+using Step =
+    std::variant<Calculation, Change, Settings, NewLogin, Group, Assembly, Drawing, Picture, Format,
+                 OldPart, UserPart, LinkRefresh, GroupManager, Update, Copy, Replace>;
 
 // The word that a job's "do" names a step with, the step's name (empty for one without), what it
 // does for people (UTF-8), and what was left of it by an earlier session (null for a step that

@@ -71,6 +71,15 @@ Step ReadSettings(const Json& json, const std::string& field, Reading&) {
   return step;
 }
 
+// Other inputs of an earlier calculation.
+template <typename Kind>
+Step ReadInputsOf(const Json& json, const std::string& field, Reading& reading) {
+  CheckObject(json, field, {"name", "inputs"});
+  const std::string name = ReadKnownName(json, field + ".", "name", reading.started,
+                                         "the name of one of the calculations");
+  return Kind{name, ReadInputs(json, field + ".")};
+}
+
 template <typename Kind>
 Step ReadBare(const Json& json, const std::string& field, Reading&) {
   CheckObject(json, field, {});
@@ -165,6 +174,21 @@ Step ReadGroupManager(const Json& json, const std::string& field, Reading& readi
                                     "the name of a group before this step")};
 }
 
+// A command on the first part of an earlier calculation, of which it makes a calculation.
+template <typename Kind>
+Step ReadPartCommand(const Json& json, const std::string& field, Reading& reading) {
+  CheckObject(json, field, {"name", "of", "inputs", "objects"});
+  const std::string where = field + ".";
+  Kind step;
+  step.of = ReadKnownName(json, where, "of", reading.started,
+                          "the name of a calculation before this one");
+  step.name = ReadOwnName(json, where, reading);
+  step.inputs = ReadInputs(json, where);
+  step.objects = ReadObjects(json, where);
+  reading.started.insert(step.name);
+  return step;
+}
+
 // A row for each kind of step, in the order of the alternatives of Step.
 struct StepKind {
   const char* word;
@@ -184,6 +208,9 @@ constexpr StepKind kSteps[] = {
     {"user part", ReadUserPart},
     {"refresh links", ReadBare<LinkRefresh>},
     {"group manager", ReadGroupManager},
+    {"update", ReadInputsOf<Update>},
+    {"copy", ReadPartCommand<Copy>},
+    {"replace", ReadPartCommand<Replace>},
 };
 static_assert(std::size(kSteps) == std::variant_size_v<Step>);
 
@@ -207,6 +234,9 @@ std::string Detail(const OldPart& step) {
 }
 std::string Detail(const UserPart&) { return "make a user part of the model"; }
 std::string Detail(const LinkRefresh&) { return "refresh all links"; }
+std::string Detail(const Update&) { return "update the selected part"; }
+std::string Detail(const Copy& step) { return "copy " + step.of; }
+std::string Detail(const Replace& step) { return "replace " + step.of; }
 std::string Detail(const GroupManager&) { return "let the group manager solve it"; }
 
 }  // namespace
@@ -230,10 +260,7 @@ Step ReadCalculation(const Json& json, const std::string& field, Reading& readin
 }
 
 Step ReadChange(const Json& json, const std::string& field, Reading& reading) {
-  CheckObject(json, field, {"name", "inputs"});
-  const std::string name = ReadKnownName(json, field + ".", "name", reading.started,
-                                         "the name of one of the calculations");
-  return Change{name, ReadInputs(json, field + ".")};
+  return ReadInputsOf<Change>(json, field, reading);
 }
 
 Step ReadStep(const Json& json, const std::string& field, Reading& reading) {

@@ -30,9 +30,8 @@ class Writer {
     }
     for (const Step& step : job.steps) {
       if (const auto* part = std::get_if<OldPart>(&step)) olderParts.insert(part->name);
-      if (const auto* change = std::get_if<Change>(&step)) {
-        for (const auto& input : change->inputs) changes[change->name].push_back(input);
-      }
+      if (const auto* change = std::get_if<Change>(&step)) Add(*change);
+      if (const auto* update = std::get_if<Update>(&step)) Add(*update);
     }
   }
 
@@ -49,6 +48,10 @@ class Writer {
   }
 
  private:
+  void Add(const auto& change) {
+    for (const auto& input : change.inputs) changes[change.name].push_back(input);
+  }
+
   // Changes stand in the calculations themselves. An older part is given in another layout, so its
   // changes stay steps of their own.
   bool IsTakenUp(const Step& step) const {
@@ -69,6 +72,15 @@ class Writer {
     json["calculation"] = step.calculation;
     json["standard"] = ToUtf8(step.standard);
     if (!step.on.empty()) json["on"] = ToUtf8(step.on);
+    WriteInputs(step, json);
+  }
+
+  void WritePartCommand(const auto& step, JobJson& json) {
+    json["of"] = ToUtf8(step.of);
+    WriteInputs(step, json);
+  }
+
+  void WriteInputs(const auto& step, JobJson& json) {
     Inputs inputs = step.inputs;
     for (const auto& [name, value] : changes[step.name]) PutInput(inputs, name, value);
     json["inputs"] = InputsJson(inputs, objects[ToUtf8(step.name)]);
@@ -77,6 +89,11 @@ class Writer {
   void Write(const Change& step, JobJson& json) {
     json["inputs"] = InputsJson(step.inputs, objects[ToUtf8(step.name)]);
   }
+  void Write(const Update& step, JobJson& json) {
+    json["inputs"] = InputsJson(step.inputs, objects[ToUtf8(step.name)]);
+  }
+  void Write(const Copy& step, JobJson& json) { WritePartCommand(step, json); }
+  void Write(const Replace& step, JobJson& json) { WritePartCommand(step, json); }
   void Write(const NewLogin&, JobJson&) {}
   void Write(const Assembly&, JobJson&) {}
   void Write(const LinkRefresh&, JobJson&) {}

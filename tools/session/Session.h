@@ -72,6 +72,15 @@ class Session {
   void Perform(const UserPart& part);
   void Perform(const LinkRefresh& step);
   void Perform(const GroupManager& step);
+  void Perform(const Update& update);
+  void Perform(const Copy& copy);
+  void Perform(const Replace& replace);
+
+  // --- the user's commands on a selected part (PartCommandSteps.cpp) ---
+
+  // The user selects the first part of the step of that name and gives the command, a number of
+  // CallUTFunction; what else belongs to its calculation is in the store meanwhile.
+  void CommandSelected(const std::string& stepName, int command);
 
   // --- calculations (CalculationSteps.cpp) ---
 

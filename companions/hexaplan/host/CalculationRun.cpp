@@ -82,9 +82,9 @@ void WriteViewList(ProtocolRecord& record, const std::vector<CalculatedPart>& vi
   }
 }
 
-// The main protocol of a view; empty for a protocol that is none. A view holds a copy of the main
-// protocol's list of views, in which it finds itself by its view key.
-std::string MainProtocolOf(const ProtocolRecord& record) {
+// The protocol that a view was made of; empty for a protocol that is none. A view holds a copy of
+// the main protocol's list of views, in which it finds itself by its view key.
+std::string SourceOf(const ProtocolRecord& record) {
   const std::string link = record.KeyWord(kLinksFromSection, kNewView);
   if (link.empty()) return {};
   const std::string key = record.ViewKey();
@@ -111,6 +111,14 @@ std::size_t PartIndex(const ProtocolRecord& record) {
 
 CalculationRun::CalculationRun(const ProtocolStore& store, Orders orders, std::string modelsFolder)
     : store(store), orders(std::move(orders)), modelsFolder(std::move(modelsFolder)) {}
+
+std::string CalculationRun::MainProtocolOf(const ProtocolRecord& record) const {
+  std::string id = SourceOf(record);
+  for (auto next = successors.find(id); next != successors.end(); next = successors.find(id)) {
+    id = next->second;
+  }
+  return id;
+}
 
 RunResult CalculationRun::Run(const std::string& protocolId, RunReason reason) const {
   RunResult result;
@@ -246,6 +254,9 @@ void CalculationRun::CompleteView(const std::string& protocolId) const {
   const auto main = mainId.empty() ? std::nullopt : ProtocolRecord::OpenShared(store, mainId);
   const Calculation* calculation = main ? FindCalculation(main->DataFileType()) : nullptr;
   if (calculation == nullptr) return;
+  if (mainId != SourceOf(*view)) {
+    view->PutKeyWord(kLinksFromSection, kNewView, mainId + "@" + kNewView);
+  }
 
   const quillmar::platform::StandardFloatingPoint arithmetic;
   Inputs inputs;
@@ -282,7 +293,7 @@ void CalculationRun::WriteObject(ProtocolRecord& record, const Calculation& calc
   record.PutGlobal("Bom2", part.size);
   record.PutGlobal("Bom3", record.Global("Standard"));
   record.PutGlobal("Subtype", part.subtype);
-  record.PutGlobal("RefKey", record.Id());
+  record.PutGlobal(kReference, record.Id());
   const std::string unit = UnitName("mm", units);
   record.PutGlobal("Unit", unit);
   record.PutGlobal("UnitIsmm", units == UnitSystem::Metric ? "1" : "0");

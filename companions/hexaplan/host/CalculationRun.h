@@ -1,6 +1,7 @@
 // One calculation of the host from the protocol that is shown to the parts that go to the CAD.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,11 @@ class CalculationRun {
   // Runs it with the fields of a group's order, which is not answered here.
   RunResult RunMember(const std::string& protocolId, const Order& fields) const;
 
+  // From now on views of the one protocol are views of the other.
+  void NoteReplacement(const std::string& replaced, const std::string& by) {
+    successors[replaced] = by;
+  }
+
   const Orders& Ordered() const { return orders; }
 
   // Writes into the protocol of a view what its main protocol's calculation says about it. Other
@@ -55,7 +61,11 @@ class CalculationRun {
   void WriteObject(ProtocolRecord& record, const Calculation& calculation,
                    const CalculatedPart& object, UnitSystem units) const;
 
+  // The main protocol of a view, as it stands now; empty for a protocol that is no view.
+  std::string MainProtocolOf(const ProtocolRecord& record) const;
+
   const ProtocolStore& store;
+  std::map<std::string, std::string> successors;  // of protocols that were replaced
   Orders orders;
   std::string modelsFolder;
 };

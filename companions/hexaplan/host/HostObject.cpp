@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "hexaplan/host/Copies.h"
 #include "hexaplan/host/DrawingFile.h"
 #include "platform/Messages.h"
 #include "quillmar/CalculationHost.h"
@@ -295,8 +296,18 @@ AutomationValue HostObject::CallbackList(const Arguments&) {
 
 AutomationValue HostObject::IsReady(const Arguments&) { return faults.NeverReady() ? 0 : 1; }
 
-// What the CAD's user chose concerns calculations that are shown in windows; there are none.
-AutomationValue HostObject::Command(const Arguments&) { return 1; }
+// Other numbers concern calculations that are shown in windows; there are none.
+AutomationValue HostObject::Command(const Arguments& arguments) {
+  const auto use = static_cast<CopyUse>(Number(arguments, 0));
+  if (use != CopyUse::Place && use != CopyUse::Replace) return 1;
+  const auto [id, replaced] = TakeUpCopy(store, use);
+  if (id.empty()) return 0;
+  if (!replaced.empty()) calculations.NoteReplacement(replaced, id);
+  const int shown = Show(id, RunReason::Commanded);
+  // A copy that cannot be calculated belongs to nobody: no part of the CAD bears it.
+  if (std::find(calculated.begin(), calculated.end(), id) == calculated.end()) store.Erase(id);
+  return shown;
+}
 
 AutomationValue HostObject::WriteFile(const Arguments& arguments) {
   // The caller holds it open while it waits.

@@ -15,6 +15,13 @@ inline constexpr char kFromCad[] = "FromCad";
 inline constexpr char kDrawn[] = "Drawn";
 inline constexpr char kDoNotErase[] = "DoNotErase";
 inline constexpr char kSmartPart[] = "SmartPart";
+inline constexpr char kHasIdentity[] = "id";  // the CAD side has given the protocol an identity
+inline constexpr char kReplacedProtocol[] = "OldPartPID";
+
+// The protocol that an object of the CAD belongs to, and the one that a result was written into.
+inline constexpr char kObjectSection[] = "Object";
+inline constexpr char kObjectProtocol[] = "ProtID";
+inline constexpr char kReference[] = "RefKey";  // global item
 
 // The host's own section.
 inline constexpr char kHostSection[] = "Hexaplan";
@@ -25,6 +32,8 @@ inline constexpr char kMessage[] = "Message";  // why the last run was refused
 // Views of a calculation, and the link of a view to its main protocol, "<identifier>@NewView".
 inline constexpr char kViewsSection[] = "McwViews";
 inline constexpr char kLinksFromSection[] = "LinksFrom";
+inline constexpr char kLinksToSection[] = "LinksTo";
+inline constexpr char kViewOrderSection[] = "McwProtOrder";
 inline constexpr char kNewView[] = "NewView";
 
 inline constexpr char kDataSection[] = "Data";
@@ -43,5 +52,6 @@ inline constexpr char kMemberOrder[] = "Order";
 // Parts of a bolted joint. A joint with a bolt is drawn like any part, not by the joint's library.
 inline constexpr char kJointSection[] = "MCWParts";
 inline constexpr char kBolt[] = "Bolt";
+inline constexpr char kJointDataSection[] = "MCWData";
 
 }  // namespace hexaplan

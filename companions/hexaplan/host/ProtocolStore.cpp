@@ -46,12 +46,21 @@ bool ProtocolStore::Load(const std::string& folder) {
   if (!complete) return false;
   library = std::move(loaded.library);
   table = bound;
+  listProtocols = reinterpret_cast<decltype(listProtocols)>(
+      quillmar::platform::FindFunction(library.Get(), "Keelcomm_ListProtocols"));
   return true;
 }
 
 bool ProtocolStore::Exists(const std::string& protocolId) const {
   return !protocolId.empty() &&
          table.Com_IsProtocolExists(protocolId.c_str()) != QM_PROTOCOL_MISSING;
+}
+
+std::vector<std::string> ProtocolStore::Ids() const {
+  const char* const* ids = nullptr;
+  int count = 0;
+  if (listProtocols == nullptr || listProtocols(&ids, &count) == 0) return {};
+  return {ids, ids + count};
 }
 
 void ProtocolStore::Erase(const std::string& protocolId) const {
@@ -156,6 +165,10 @@ void ProtocolRecord::PutKeyWord(const char* section, const char* keyword,
 void ProtocolRecord::EraseKeyWord(const char* section, const char* keyword) {
   // Nothing to erase counts as a failure in the store, but not here.
   functions->Com_PutKeyWord(id.c_str(), section, keyword, nullptr);
+}
+
+void ProtocolRecord::EraseSection(const char* section) {
+  functions->Com_EraseSection(id.c_str(), section);
 }
 
 void ProtocolRecord::PutGlobal(const char* item, const std::string& value) {

@@ -25,12 +25,16 @@ class ProtocolStore {
   const Table& Functions() const { return table; }
 
   bool Exists(const std::string& protocolId) const;
+  // All stored protocols, in the order of their making; none from a library that does not list
+  // them.
+  std::vector<std::string> Ids() const;
   // Removes a protocol that somebody handed over to the host.
   void Erase(const std::string& protocolId) const;
 
  private:
   quillmar::platform::Library library;
   Table table;
+  int(QM_CDECL* listProtocols)(const char* const**, int*) = nullptr;
 };
 
 // An open protocol. Closed at the latest when the object goes.
@@ -62,6 +66,7 @@ class ProtocolRecord {
 
   void PutKeyWord(const char* section, const char* keyword, const std::string& value);
   void EraseKeyWord(const char* section, const char* keyword);
+  void EraseSection(const char* section);
   void PutGlobal(const char* item, const std::string& value);
   void PutParameter(const DataParameter& parameter);
   void PutModel(const std::string& modelId, const std::string& viewKey);
