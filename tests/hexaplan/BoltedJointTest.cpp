@@ -134,7 +134,9 @@ TEST(BoltedJoint, RefusesWhatDoesNotFitOrHold) {
     Given inputs;
     const char* message;
   } cases[] = {
-      {BoltedJoints(), {{"d", "13"}}, "Field \"P\": a thread of 13 has no coarse pitch; give one."},
+      {BoltedJoints(),
+       {{"d", "13"}},
+       "Field \"P\": a thread of 13 mm has no coarse pitch; give one."},
       {BoltedJoints(), {{"P", "5"}}, "Field \"P\": the pitch is too large for the diameter."},
       {BoltedJoints(), {{"grade", "7"}}, "Field \"grade\": 7 is no property class 4.6 to 12.9"},
       {BoltedJoints(), {{"L", "35"}}, "Field \"L\": the bolt is too short"},
@@ -144,7 +146,7 @@ TEST(BoltedJoint, RefusesWhatDoesNotFitOrHold) {
       {BoltedJoints(), {{"F", "200000"}}, "Field \"F\": the bolts yield"},
       {BoltedJoints(), {{"F", "40000"}, {"ni", "0.4"}}, "Field \"F\": the joint opens"},
       {BoltedJoints(), {{"tt", "1"}}, "Field \"tt\": the calculation \"Bolted joint\" has no such"},
-      {ParallelKeys(), {{"d1", "6"}}, "Field \"b\": the standard has no key for a shaft of 6"},
+      {ParallelKeys(), {{"d1", "6"}}, "Field \"b\": the standard has no key for a shaft of 6 mm"},
       {ParallelKeys(), {{"b", "30"}}, "Field \"b\": the key is wider than half the shaft."},
       {ParallelKeys(), {{"t1", "9"}}, "Field \"t1\": the keyway is deeper than the key"},
       {ParallelKeys(), {{"l", "20"}}, "Field \"l\": the key must be at least "},
@@ -173,7 +175,32 @@ TEST(Units, StoredValuesKeepTheirMeaningWhenTheUnitsChange) {
   EXPECT_NEAR(Value(bolt, "t_1", "in"), 20 / 25.4, 1e-7);
   EXPECT_EQ(Value(bolt, "t_2", "in"), 0.75);
   EXPECT_NEAR(Value(bolt, "lk", "in"), 20 / 25.4 + 0.75, 1e-7);
-  EXPECT_NEAR(Value(bolt, "E_1", "psi"), 206000 / 0.00689475729, 20);
+  EXPECT_EQ(Value(bolt, "E_1", "psi"), 3e7);
+}
+
+TEST(Units, EachCalculationHasDefaultsThatMakeSenseInInches) {
+  const struct {
+    const char* dataFile;
+    const char* size;
+  } cases[] = {
+      {"GEAR1", "P10 z21 b1.25"}, {"SHAFT", "D1.5 L6"},        {"CAM", "R1.5 h0.75 b0.75"},
+      {"THRJOIN", "0.5-13x1.75"}, {"KEYWAY", "0.375x0.375x1"}, {"SURFACE", "Ra 3.2"},
+      {"xformats", "A3 1:1"},
+  };
+  for (const auto& each : cases) {
+    Inputs inputs;
+    inputs.SetOrdered("units", "1");
+    EXPECT_EQ(Calculate(*FindCalculation(each.dataFile), inputs)[0].size, each.size);
+  }
+}
+
+TEST(Units, AThreadWithoutACoarsePitchIsNamedWithItsUnit) {
+  try {
+    RunWith(BoltedJoints(), {{"units", "1"}, {"d", "0.45"}});
+    ADD_FAILURE() << "not refused";
+  } catch (const InputError& error) {
+    EXPECT_THAT(error.what(), testing::HasSubstr("a thread of 0.45 in has no coarse pitch"));
+  }
 }
 
 }  // namespace

@@ -15,18 +15,22 @@ constexpr double kSteel = 206000;          // MPa
 constexpr double kSteelDensity = 7850e-9;  // kg/mm3
 constexpr double kPsi = 0.00689475729;     // MPa
 
-constexpr Field kDiameter{"d", "mm", 12, 3, 100, "diameter of the thread"};
+constexpr Field kDiameter{"d", "mm", 12, 3, 100, "diameter of the thread", false, 0.5};
 constexpr Field kPitch{"P", "mm", 0, 0, 10, "pitch of the thread, 0 for the coarse one"};
-constexpr Field kGrade{"grade", "ND", 8.8, 1, 15, "property class 4.6 to 12.9, SAE grade 2, 5, 8"};
+constexpr Field kGrade{"grade", "ND", 8.8, 1, 15, "property class 4.6 to 12.9, SAE grade 2, 5, 8",
+                       false,   5};
 constexpr Field kLength{"L", "mm", 0, 0, 1000, "length of the bolt, 0 for the shortest that fits"};
 constexpr Field kPlates{"plates", "ND", 2, 1, 20, "clamped plates", true};
-constexpr Field kThickness{"t", "mm", 15, 0.1, 500, "thickness of the plate"};
-constexpr Field kElasticity{"E", "MPa", kSteel, 1000, 500000, "elasticity of the plate"};
+constexpr Field kThickness{"t", "mm", 15, 0.1, 500, "thickness of the plate", false, 0.625};
+constexpr Field kElasticity{"E",   "MPa", kSteel, 1000, 500000, "elasticity of the plate",
+                            false, 3e7};
 constexpr Field kWasher{"tw", "mm", 0, 0, 50, "thickness of the washer under the nut, 0 for none"};
 constexpr Field kFace{"dw", "mm", 0, 0, 300, "diameter of the face under head and nut, 0: 1.5 d"};
-constexpr Field kBoltElasticity{"Eb", "MPa", kSteel, 1000, 500000, "elasticity of the bolt"};
+constexpr Field kBoltElasticity{"Eb",  "MPa", kSteel, 1000, 500000, "elasticity of the bolt",
+                                false, 3e7};
 constexpr Field kBolts{"N", "ND", 1, 1, 1000, "number of bolts", true};
-constexpr Field kLoad{"F", "N", 10000, 0, 1e8, "load that pulls the parts apart, of all bolts"};
+constexpr Field kLoad{"F",   "N", 10000, 0, 1e8, "load that pulls the parts apart, of all bolts",
+                      false, 2500};
 constexpr Field kPreload{"Fi", "N", 0, 0, 1e7, "preload of one bolt, 0: by its utilisation"};
 constexpr Field kUtilisation{"ni", "ND", 0.75, 0.1, 1, "preload as a part of the proof load"};
 constexpr Field kTorqueFactor{"K", "ND", 0.2, 0.05, 0.5, "torque factor"};
@@ -68,7 +72,7 @@ double ReadPitch(Inputs& inputs, double diameter, bool inchThread) {
   const double given = inputs.Read(kPitch);
   const double pitch = given > 0 ? given : CoarsePitchOf(diameter, inchThread);
   if (pitch == 0) {
-    throw InputError(kPitch.name, "a thread of " + inputs.Shown(diameter, "mm") +
+    throw InputError(kPitch.name, "a thread of " + inputs.ShownWithUnit(diameter, "mm") +
                                       " has no coarse pitch; give one.");
   }
   if (pitch > diameter / 3) {

@@ -11,10 +11,11 @@ namespace {
 // A protocol holds 32767 parameters, two of them for each point.
 constexpr double kMostPoints = 15000;
 
-constexpr Field kBase{"rb", "mm", 40, 1, 2000, "radius of the base circle"};
-constexpr Field kRoller{"rr", "mm", 10, 0, 500, "radius of the roller, 0 for a knife edge"};
+constexpr Field kBase{"rb", "mm", 40, 1, 2000, "radius of the base circle", false, 1.5};
+constexpr Field kRoller{"rr",  "mm", 10, 0, 500, "radius of the roller, 0 for a knife edge",
+                        false, 0.375};
 constexpr Field kOffset{"e", "mm", 0, -1000, 1000, "offset of the follower's axis"};
-constexpr Field kLift{"h", "mm", 20, 0.01, 1000, "lift of the follower"};
+constexpr Field kLift{"h", "mm", 20, 0.01, 1000, "lift of the follower", false, 0.75};
 constexpr Field kRise{"beta1", "deg", 120, 1, 359, "cam angle of the rise"};
 constexpr Field kUpperDwell{"delta1", "deg", 60, 0, 358, "cam angle of the upper dwell"};
 constexpr Field kReturn{"beta2", "deg", 120, 1, 359, "cam angle of the return"};
@@ -23,10 +24,10 @@ constexpr const char* kLawMeaning =
 constexpr Field kRiseLaw{"law1", "ND", 1, 1, kLastMotionLaw, kLawMeaning, true};
 constexpr Field kReturnLaw{"law2", "ND", 1, 1, kLastMotionLaw, kLawMeaning, true};
 constexpr Field kSpeed{"n", "1/min", 300, 0.1, 20000, "speed of the cam"};
-constexpr Field kForce{"F", "N", 500, 0, 1e6, "force on the follower along its axis"};
+constexpr Field kForce{"F", "N", 500, 0, 1e6, "force on the follower along its axis", false, 100};
 constexpr Field kLimit{"phiMax", "deg", 30, 5, 60, "largest pressure angle allowed"};
-constexpr Field kWidth{"b", "mm", 20, 0.5, 500, "width of the cam"};
-constexpr Field kBore{"dh", "mm", 25, 0, 1000, "bore, 0 for none"};
+constexpr Field kWidth{"b", "mm", 20, 0.5, 500, "width of the cam", false, 0.75};
+constexpr Field kBore{"dh", "mm", 25, 0, 1000, "bore, 0 for none", false, 1};
 constexpr Field kMaterial{"mat", "ND", 5, 1, kLastMaterial, "material", true};
 constexpr Field kPoints{"cPoint", "ND", 360, 12, kMostPoints, "points of the profile", true};
 

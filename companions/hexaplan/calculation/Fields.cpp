@@ -85,7 +85,9 @@ std::string Inputs::LimitsText(const Field& field) const {
 double Inputs::Read(const Field& field, const std::string& name) {
   asked.insert(name);
   const double factor = FactorOf(field.unit, units);
-  double given = field.fallback / factor;
+  const bool inchFallback = units == UnitSystem::Inch && field.inchFallback != 0;
+  const double fallback = inchFallback ? field.inchFallback * factor : field.fallback;
+  double given = fallback / factor;
   const std::string* text = Find(ordered, name);
   const StoredText* kept = Find(stored, name);
   if (text == nullptr && kept != nullptr) text = &kept->text;
@@ -96,7 +98,7 @@ double Inputs::Read(const Field& field, const std::string& name) {
   if (text != nullptr && ordered.count(name) == 0) {
     given *= FactorBetween(field.unit, kept->unit) / factor;
   }
-  const double value = text != nullptr ? given * factor : field.fallback;
+  const double value = text != nullptr ? given * factor : fallback;
   if (value < field.least || value > field.most) {
     throw InputError(
         name, NumberText(given) + " is outside " + LimitsText(field) + " (" + field.meaning + ").");

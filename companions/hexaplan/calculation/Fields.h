@@ -20,8 +20,8 @@ struct DataParameter {
   std::string unit;
 };
 
-// One input of a calculation with the values that make sense for it, limits included, all in the
-// metric unit.
+// One input of a calculation with the values that make sense for it, limits included, in the metric
+// unit.
 struct Field {
   const char* name;
   const char* unit;
@@ -30,6 +30,7 @@ struct Field {
   double most;
   const char* meaning;
   bool whole = false;
+  double inchFallback = 0;  // in the unit of a calculation in inches; 0: what `fallback` comes to
 };
 
 // A field of every calculation: the units of its other values.

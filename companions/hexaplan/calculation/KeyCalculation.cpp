@@ -10,14 +10,15 @@ namespace hexaplan {
 namespace {
 
 // "d1" and not "d": the feature is no round body of its own.
-constexpr Field kShaft{"d1", "mm", 40, 6, 200, "diameter of the shaft"};
-constexpr Field kTorque{"T", "Nm", 200, 0.01, 1e6, "torque"};
+constexpr Field kShaft{"d1", "mm", 40, 6, 200, "diameter of the shaft", false, 1.5};
+constexpr Field kTorque{"T", "Nm", 200, 0.01, 1e6, "torque", false, 1800};
 constexpr Field kWidth{"b", "mm", 0, 0, 100, "width of the key, 0: the standard's"};
 constexpr Field kHeight{"h", "mm", 0, 0, 100, "height of the key, 0: the standard's"};
 constexpr Field kDepth{"t1", "mm", 0, 0, 60, "depth of the keyway in the shaft, 0: the standard's"};
 constexpr Field kLength{"l", "mm", 0, 0, 1000, "length of the key, 0: the shortest that holds"};
 constexpr Field kForm{"form", "ND", 1, 1, 2, "1: round ends, 2: square ends", true};
-constexpr Field kYield{"Re", "MPa", 300, 50, 2000, "yield strength of the weakest of the three"};
+constexpr Field kYield{"Re",  "MPa", 300, 50, 2000, "yield strength of the weakest of the three",
+                       false, 45000};
 constexpr Field kSafety{"S", "ND", 2, 1, 10, "safety that is wanted"};
 constexpr Field kPlace{"x", "mm",  0,
                        0,   20000, "place of the key's middle from the shaft's left end"};
@@ -32,7 +33,8 @@ void ReadSection(Inputs& inputs, KeyInput& key, bool inch) {
     const double value = given > 0 ? given : fallback;
     if (value <= 0) {
       throw InputError(field.name, "the standard has no key for a shaft of " +
-                                       inputs.Shown(key.shaftDiameter, "mm") + "; give one.");
+                                       inputs.ShownWithUnit(key.shaftDiameter, "mm") +
+                                       "; give one.");
     }
     return value;
   };

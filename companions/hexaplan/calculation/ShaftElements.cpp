@@ -17,8 +17,8 @@ constexpr double kRounding = 1e-6;         // of a length, what it may lose when
 constexpr double kThreadDepth = 0.61343;   // pitches: ISO 68-1, thread of a bolt
 constexpr double kThreadRadius = 0.14434;  // pitches, at its root
 
-constexpr Field kDiameter{"d", "mm", 40, 1, kThickest, "diameter of the section"};
-constexpr Field kLength{"l", "mm", 50, 0.1, kLongest, "length of the section"};
+constexpr Field kDiameter{"d", "mm", 40, 1, kThickest, "diameter of the section", false, 1.5};
+constexpr Field kLength{"l", "mm", 50, 0.1, kLongest, "length of the section", false, 2};
 constexpr Field kFit{"fit", "ND", 0, 0, 1, "1: a hub is pressed onto the section", true};
 
 // Edges of the section's ends; how large they are is given by kind of edge.
@@ -27,11 +27,11 @@ struct Edge {
 };
 constexpr Edge kEdges[] = {
     {{"#spi1Add", "ND", 0, 0, 2, "left end: 1 chamfer, 2 rounding", true},
-     {"s1", "mm", 1, 0, kThickest, "chamfer of the left end"},
-     {"s1r", "mm", 1, 0, kThickest, "rounding of the left end"}},
+     {"s1", "mm", 1, 0, kThickest, "chamfer of the left end", false, 0.04},
+     {"s1r", "mm", 1, 0, kThickest, "rounding of the left end", false, 0.04}},
     {{"#spi2Add", "ND", 0, 0, 2, "right end: 1 chamfer, 2 rounding", true},
-     {"s2", "mm", 1, 0, kThickest, "chamfer of the right end"},
-     {"s2r", "mm", 1, 0, kThickest, "rounding of the right end"}},
+     {"s2", "mm", 1, 0, kThickest, "chamfer of the right end", false, 0.04},
+     {"s2r", "mm", 1, 0, kThickest, "rounding of the right end", false, 0.04}},
 };
 
 // What a dimension is for, whatever its kind calls it.

@@ -11,12 +11,12 @@ namespace hexaplan {
 
 namespace {
 
-constexpr Field kPower{"P", "kW", 5.5, 0.001, 50000, "transmitted power"};
+constexpr Field kPower{"P", "kW", 5.5, 0.001, 50000, "transmitted power", false, 7.5};
 constexpr Field kSpeed{"n1", "1/min", 1450, 0.1, 60000, "speed of the pinion"};
 constexpr Field kRatio{"i", "ND", 0, 0, 12, "ratio from which the wheel's teeth are found"};
-constexpr Field kModule{"m", "mm", 2.5, 0.2, 50, "module"};
+constexpr Field kModule{"m", "mm", 2.5, 0.2, 50, "module", false, 0.1};
 constexpr Field kAngle{"alfa", "deg", 20, 14.5, 25, "pressure angle"};
-constexpr Field kWidth{"b", "mm", 30, 1, 2000, "face width"};
+constexpr Field kWidth{"b", "mm", 30, 1, 2000, "face width", false, 1.25};
 constexpr Field kAddendum{"ha*", "ND", 1, 0.8, 1.25, "addendum of the basic rack"};
 constexpr Field kClearance{"c*", "ND", 0.25, 0.1, 0.4, "clearance of the basic rack"};
 constexpr Field kFillet{"rf*", "ND", 0.38, 0.1, 0.4, "root fillet radius of the basic rack"};
@@ -29,8 +29,8 @@ constexpr Field kTeeth[2] = {{"z1", "ND", 21, 6, 400, "teeth of the pinion", tru
                              {"z2", "ND", 63, 6, 2000, "teeth of the wheel", true}};
 constexpr Field kShift[2] = {{"x1", "ND", 0.2, -1, 1, "profile shift of the pinion"},
                              {"x2", "ND", -0.2, -1, 1, "profile shift of the wheel"}};
-constexpr Field kBore[2] = {{"dh1", "mm", 20, 0, 5000, "bore of the pinion"},
-                            {"dh2", "mm", 35, 0, 5000, "bore of the wheel"}};
+constexpr Field kBore[2] = {{"dh1", "mm", 20, 0, 5000, "bore of the pinion", false, 0.75},
+                            {"dh2", "mm", 35, 0, 5000, "bore of the wheel", false, 1.5}};
 constexpr Field kKey[2] = {
     {"key1", "ND", 0, 0, 1, "1: a keyway of the standard in the bore of the pinion", true},
     {"key2", "ND", 0, 0, 1, "1: a keyway of the standard in the bore of the wheel", true}};
@@ -88,6 +88,12 @@ GearPairInput ReadInput(Inputs& inputs) {
     input.gear[g].material = &MaterialOf(inputs.ReadWhole(kMaterial[g]));
   }
   return input;
+}
+
+// The module, in inches the diametral pitch, by which such gears are called.
+std::string PitchText(const Inputs& inputs, double module) {
+  return inputs.Units() == UnitSystem::Inch ? "P" + NumberText(25.4 / module)
+                                            : "m" + inputs.Shown(module, "mm");
 }
 
 void AddResult(std::vector<DataParameter>& list, const std::string& name, double value,
@@ -252,7 +258,7 @@ class SpurGearCalculation final : public Calculation {
     part.modelId = "SpurGear";
     part.viewKey = "MODELA_FM";
     part.description = "Spur gear";
-    part.size = "m" + inputs.Shown(input.module, "mm") + " z" + std::to_string(gear.teeth) + " b" +
+    part.size = PitchText(inputs, input.module) + " z" + std::to_string(gear.teeth) + " b" +
                 inputs.Shown(input.faceWidth, "mm");
     part.caption = part.description + " " + part.size;
     part.subtype = kGearNames[g];
