@@ -508,12 +508,14 @@ TEST_F(HostTest, DrawsIntoTheFileOfTheProtocol) {
   const std::string id = NewProtocol("SHAFT");
   Show(id);
   Put(id, "Files", "Output", "C:\\Vantorel\\drawing.dxf");
+  Put(id, "LTParam", "AxisLenght", "3");
   EXPECT_EQ(std::get<std::int16_t>(Call(QM_HOST_WRITE_FILE, {id, 1})), 1);
   std::ifstream file(machine.HostPath("C:\\Vantorel\\drawing.dxf"));
   std::stringstream text;
   text << file.rdbuf();
-  // The right end of the shaft: from its surface, radius 20 at 150 mm, to the axis.
-  EXPECT_THAT(text.str(), HasSubstr("LINE\n  8\nOUTLINE\n 10\n150\n 20\n20\n 11\n150\n 21\n0\n"));
+  // The right end of the shaft, radius 20 at 150 mm, and the axis 3 mm beyond both ends.
+  EXPECT_THAT(text.str(), HasSubstr("LINE\n  8\nOUTLINE\n 10\n150\n 20\n-20\n 11\n150\n 21\n20\n"));
+  EXPECT_THAT(text.str(), HasSubstr("LINE\n  8\nCENTRE\n 10\n-3\n 20\n0\n 11\n153\n 21\n0\n"));
   EXPECT_EQ(std::get<std::int16_t>(Call(QM_HOST_WRITE_FILE, {NewProtocol("SHAFT"), 1})), 0);
 }
 

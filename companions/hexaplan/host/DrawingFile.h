@@ -9,10 +9,16 @@
 
 namespace hexaplan {
 
-// Draws a calculated part from its parameters: a gear seen along its axis (tip, reference, root
-// circle and bore), a shaft from the side, a sheet format. False when the kind is not drawn or the
+// What the CAD side asks of its drawings.
+struct DrawingSettings {
+  double axisOverlap = 0;  // of centre lines, in the drawing's unit; 0: in proportion to the part
+  std::string layersFile;  // "Layers.ini"; empty: none
+};
+
+// Draws a calculated part from its parameters, as outlines. False when the kind is not drawn or the
 // file cannot be written.
 bool WriteDrawing(const std::string& path, const std::string& dataFileType,
-                  const std::vector<DataParameter>& parameters);
+                  const std::vector<DataParameter>& parameters,
+                  const DrawingSettings& settings = {});
 
 }  // namespace hexaplan

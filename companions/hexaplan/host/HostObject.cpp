@@ -312,8 +312,15 @@ AutomationValue HostObject::Command(const Arguments& arguments) {
 AutomationValue HostObject::WriteFile(const Arguments& arguments) {
   // The caller holds it open while it waits.
   const auto record = ProtocolRecord::OpenShared(store, Text(arguments, 0));
-  const bool written = record && WriteDrawing(record->KeyWord("Files", "Output"),
-                                              record->DataFileType(), record->Parameters());
+  if (!record) return static_cast<std::int16_t>(0);
+  DrawingSettings settings;
+  settings.layersFile = record->KeyWord("Files", "Layers");
+  double overlap = 0;
+  if (ParseNumber(record->KeyWord("LTParam", "AxisLenght"), overlap)) {  // the module's spelling
+    settings.axisOverlap = overlap;
+  }
+  const bool written = WriteDrawing(record->KeyWord("Files", "Output"), record->DataFileType(),
+                                    record->Parameters(), settings);
   return static_cast<std::int16_t>(written ? 1 : 0);
 }
 

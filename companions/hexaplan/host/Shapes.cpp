@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "hexaplan/calculation/Fields.h"
+#include "platform/Profile.h"
+#include "platform/System.h"
 
 namespace hexaplan {
 namespace {
@@ -42,24 +44,41 @@ Box Around(const Shapes& shapes) {
 
 // --- DXF ---
 
-// What a layer's lines look like: line type and colour number.
 struct LineType {
   const char* name;
   const char* meaning;
   std::vector<double> dashes;  // lengths, gaps below 0
 };
 const LineType kLineTypes[] = {{"CONTINUOUS", "Solid line", {}},
-                               {"CENTER", "Long and short dashes", {31.75, -6.35, 6.35, -6.35}}};
-struct Layer {
+                               {"CENTER", "Long and short dashes", {31.75, -6.35, 6.35, -6.35}},
+                               {"HIDDEN", "Short dashes", {6.35, -3.175}}};
+constexpr int kLastColour = 255;
+
+struct NamedLayer {
   const char* name;
-  int colour;
-  const char* lineType;
+  LayerStyle style;
 };
-constexpr Layer kLayers[] = {{kOutlineLayer, 7, "CONTINUOUS"}, {kCentreLayer, 1, "CENTER"}};
+
+void ReadLayer(const std::string& file, const char* name, LayerStyle& style) {
+  constexpr std::size_t kValueSize = 256;
+  const std::string value =
+      quillmar::platform::ReadProfileText(file, "Layers", name, "", kValueSize);
+  const auto comma = std::min(value.find(','), value.size());
+  double colour = 0;
+  if (ParseNumber(value.substr(0, comma), colour) && colour >= 1 && colour <= kLastColour) {
+    style.colour = static_cast<int>(colour);
+  }
+  for (const LineType& known : kLineTypes) {
+    if (comma < value.size() &&
+        quillmar::platform::EqualsNoCase(value.substr(comma + 1), known.name)) {
+      style.lineType = known.name;
+    }
+  }
+}
 
 class Dxf {
  public:
-  std::string Write(const Shapes& shapes) {
+  std::string Write(const Shapes& shapes, const Layers& layers) {
     Begin("HEADER");
     Group(9, "$ACADVER");
     Group(1, "AC1009");
@@ -71,7 +90,8 @@ class Dxf {
     Group(0, "ENDSEC");
     Begin("TABLES");
     Table("LTYPE", kLineTypes);
-    Table("LAYER", kLayers);
+    const NamedLayer named[] = {{kOutlineLayer, layers.outline}, {kCentreLayer, layers.centre}};
+    Table("LAYER", named);
     Group(0, "ENDSEC");
     Begin("ENTITIES");
     for (const Shape& shape : shapes) Add(shape);
@@ -107,9 +127,9 @@ class Dxf {
     Real(40, length);
     for (const double dash : type.dashes) Real(49, dash);
   }
-  void Describe(const Layer& layer) {
-    Group(62, std::to_string(layer.colour));
-    Group(6, layer.lineType);
+  void Describe(const NamedLayer& layer) {
+    Group(62, std::to_string(layer.style.colour));
+    Group(6, layer.style.lineType);
   }
   void Add(const Shape& shape) {
     Group(0, shape.diameter > 0 ? "CIRCLE" : "LINE");
@@ -255,7 +275,17 @@ class Facets {
 
 }  // namespace
 
-std::string ToDxf(const Shapes& shapes) { return Dxf().Write(shapes); }
+Layers ReadLayers(const std::string& file) {
+  Layers layers;
+  if (file.empty()) return layers;
+  ReadLayer(file, kOutlineLayer, layers.outline);
+  ReadLayer(file, kCentreLayer, layers.centre);
+  return layers;
+}
+
+std::string ToDxf(const Shapes& shapes, const Layers& layers) {
+  return Dxf().Write(shapes, layers);
+}
 
 std::string ToMetafile(const Shapes& shapes) {
   Metafile metafile(Around(shapes));

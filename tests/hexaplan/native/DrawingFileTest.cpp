@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <fstream>
 #include <memory>
 
 #include "TestMachine.h"
@@ -44,8 +45,84 @@ TEST(DrawingFile, IsReadByOthers) {
         {"d_1", "30", "mm"},
         {"l_2", "100", "mm"},
         {"d_2", "40", "mm"}},
-       "LINE CENTRE 1\nLINE OUTLINE 10\n",
+       "LINE CENTRE 1\nLINE OUTLINE 7\n",
        "-7.500 -20.000 157.500 20.000"},
+      // A keyway of two straight lines and two half circles of 16, behind a chamfer.
+      {"SHAFT",
+       {{"#spiCount", "1", "ND"},
+        {"l_1", "100", "mm"},
+        {"d_1", "40", "mm"},
+        {"#spi1Add_1", "1", "ND"},
+        {"s1_1", "2", "mm"},
+        {"#spiType_1", "3", "ND"},
+        {"KEY_LR_1", "10", "mm"},
+        {"KEY_L_1", "50", "mm"},
+        {"KEY_B_1", "12", "mm"}},
+       "LINE CENTRE 1\nLINE OUTLINE 41\n",
+       "-5.000 -20.000 105.000 20.000"},
+      // Three lengths, each with the edge that it begins with.
+      {"SHAFT",
+       {{"#spiCount", "1", "ND"},
+        {"l_1", "100", "mm"},
+        {"d_1", "40", "mm"},
+        {"#spiType_1", "2", "ND"},
+        {"RR_LR_1", "10", "mm"},
+        {"RR_M_1", "2", "mm"},
+        {"RR_d1_1", "36", "mm"}},
+       "LINE CENTRE 1\nLINE OUTLINE 10\n",
+       "-5.000 -20.000 105.000 20.000"},
+      // Ten teeth of 16 lines, and a keyway.
+      {"GEAR1",
+       {{"z", "10", "ND"},
+        {"d", "100", "mm"},
+        {"da", "120", "mm"},
+        {"df", "75", "mm"},
+        {"db", "93.969262", "mm"},
+        {"s", "15.707963", "mm"},
+        {"dh", "30", "mm"},
+        {"bk", "8", "mm"},
+        {"tk2", "3.3", "mm"}},
+       "CIRCLE CENTRE 1\nCIRCLE OUTLINE 1\nLINE CENTRE 2\nLINE OUTLINE 163\n",
+       "-66.000 -66.000 66.000 66.000"},
+      {"CAM",
+       {{"l_1", "10", "mm"},
+        {"a_1", "0", "deg"},
+        {"l_2", "10", "mm"},
+        {"a_2", "90", "deg"},
+        {"l_3", "20", "mm"},
+        {"a_3", "180", "deg"},
+        {"l_4", "10", "mm"},
+        {"a_4", "270", "deg"},
+        {"bv", "9", "mm"},
+        {"dh", "4", "mm"}},
+       "CIRCLE CENTRE 1\nCIRCLE OUTLINE 1\nLINE CENTRE 2\nLINE OUTLINE 4\n",
+       "-21.500 -11.500 11.500 11.500"},
+      // A bolt M10, its nut and its washer.
+      {"THRJOIN",
+       {{"d", "10", "mm"},
+        {"As", "57.99", "mm2"},
+        {"d_1", "15.751127", "mm"},
+        {"l_1", "6.5", "mm"},
+        {"d_2", "10", "mm"},
+        {"l_2", "50", "mm"}},
+       "LINE CENTRE 1\nLINE OUTLINE 12\n",
+       "-2.825 -8.660 59.325 8.660"},
+      {"THRJOIN",
+       {{"d", "10", "mm"}, {"d_1", "15.751127", "mm"}, {"dh", "10", "mm"}},
+       "CIRCLE OUTLINE 1\nLINE CENTRE 2\nLINE OUTLINE 6\n",
+       "-9.526 -9.526 9.526 9.526"},
+      {"THRJOIN",
+       {{"d", "10", "mm"}, {"d_1", "20", "mm"}, {"dh", "10.8", "mm"}},
+       "CIRCLE OUTLINE 2\nLINE CENTRE 2\n",
+       "-11.000 -11.000 11.000 11.000"},
+      {"KEYWAY",
+       {{"bk", "8", "mm"}, {"lk", "40", "mm"}, {"form", "1", "ND"}},
+       "LINE CENTRE 1\nLINE OUTLINE 34\n",
+       "-2.000 -4.000 42.000 4.000"},
+      {"KEYWAY",
+       {{"bk", "8", "mm"}, {"lk", "40", "mm"}, {"form", "2", "ND"}},
+       "LINE CENTRE 1\nLINE OUTLINE 4\n",
+       "-2.000 -4.000 42.000 4.000"},
       // A3 beside a part that is drawn half its size.
       {"xformats",
        {{"xxSheet", "3", "ND"}, {"xxScale", "0.5", "ND"}},
@@ -68,6 +145,19 @@ TEST(DrawingFile, IsReadByOthers) {
                   row.extents + "\n" + row.extents + "\n0 0\n")
         << row.dataFile;
   }
+}
+
+// The layers as the file says, where it makes sense; centre lines as far as the CAD wants them.
+TEST(DrawingFile, HonoursWhatTheCadAsksFor) {
+  const TestMachine machine;
+  const std::string path = "C:\\Vantorel\\drawing.dxf", layers = "C:\\Vantorel\\Layers.ini";
+  std::ofstream(machine.HostPath(layers)) << "[Layers]\nOUTLINE=3,HIDDEN\nCENTRE=300,DOTS\n";
+  const std::vector<DataParameter> key = {
+      {"bk", "8", "mm"}, {"lk", "40", "mm"}, {"form", "2", "ND"}};
+  ASSERT_TRUE(WriteDrawing(path, "KEYWAY", key, {.axisOverlap = 7, .layersFile = layers}));
+  EXPECT_EQ(OutputOf(QUILLMAR_READ_DXF " " + machine.HostPath(path).string()),
+            "AC1009\nCENTRE 1 CENTER\nOUTLINE 3 HIDDEN\nLINE CENTRE 1\nLINE OUTLINE 4\n"
+            "-7.000 -4.000 47.000 4.000\n-7.000 -4.000 47.000 4.000\n0 0\n");
 }
 
 }  // namespace
