@@ -5,6 +5,7 @@
 #include "drawboard/DocumentJson.h"
 #include "drawboard/DriveFiles.h"
 #include "drawboard/Folders.h"
+#include "drawboard/Imports.h"
 #include "drawboard/Outline.h"
 #include "keelcomm/BufferItems.h"
 #include "platform/Files.h"
@@ -91,6 +92,10 @@ void Board::OpenDocument(const std::string& path) {
   if (!text) throw BoardError("Cannot read the document \"" + full + "\"");
   Document read = DocumentFromJson(*text);
   read.path = full;
+  for (BoardObject& object : read.objects) {
+    if (object.kind != Kind::Part) continue;
+    ReportProblem([&] { object.facets = ReadModelFile(object.modelPath); });
+  }
   document = std::move(read);
   selected.clear();
 }

@@ -42,6 +42,7 @@ class Board {
   // A new, empty document, written at once. `path` is a full path, or a name for a document of
   // the installation.
   void NewDocument(const std::string& path, Unit unit);
+  // A part whose model file cannot be read any more has no body; a line of the messages says why.
   void OpenDocument(const std::string& path);
   // Writes the open document under another path, which it keeps; empty: under its own. Brings the
   // exchange files of its parts and of the assembly up to date. They are made here and not at each

@@ -236,6 +236,7 @@ void DemandSize(std::initializer_list<double> lengths) {
 double Involute(double angle) { return std::tan(angle) - angle; }
 
 Design ReadDesign(const PartDescription& part) {
+  if (part.facets) return {};
   const auto found = std::find_if(std::begin(kReaders), std::end(kReaders),
                                   [&](const auto& reader) { return part.model == reader.first; });
   if (found == std::end(kReaders)) return {};

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -67,6 +68,8 @@ struct BoardObject {
   NamedTexts featureStates;
   Configurations configurations;
   std::optional<Profile> profile;
+  // What the imported file holds, read from it; null when it is no model file.
+  std::shared_ptr<const FacetBody> facets;
   std::optional<Placement> placement;
 };
 

@@ -242,8 +242,9 @@ Json ParseText(const std::string& text) {
 
 PartDescription DescribePart(const BoardObject& object, const Document& document) {
   const auto describe = [&](const BoardObject& one) -> PartDescription {
-    return {one.parameters,    one.profile, document.unit, LowerCase(StemOf(one.modelPath)),
-            one.featureStates, {}};
+    return {
+        one.parameters,    one.profile, one.facets, document.unit, LowerCase(StemOf(one.modelPath)),
+        one.featureStates, {}};
   };
   PartDescription part = describe(object);
   for (const BoardObject& other : document.objects) {
@@ -339,7 +340,8 @@ bool IsPartText(const std::string& text) {
 bool SamePart(const BoardObject& left, const BoardObject& right) {
   return left.kind == right.kind && left.caption == right.caption &&
          left.modelPath == right.modelPath && left.parameters == right.parameters &&
-         left.extendedData == right.extendedData && left.profile == right.profile;
+         left.extendedData == right.extendedData && left.profile == right.profile &&
+         left.facets == right.facets;
 }
 
 }  // namespace drawboard

@@ -66,6 +66,13 @@ Profile MakeProfile(int pointCount, const double* first, const double* second, d
   return profile;
 }
 
+// The imported file and the body that it holds.
+void ImportModel(BoardObject& object, const Document& document, const std::string& source,
+                 FileChanges& files) {
+  ImportFile(document, object.name, source, object.modelPath, files);
+  object.facets = ReadModelFile(object.modelPath);
+}
+
 // Gives the object a new name and moves its file along, unless others bear that file too.
 void Rename(Document& next, BoardObject& object, const std::string& name, FileChanges& files,
             const Kernel& kernel) {
@@ -97,7 +104,7 @@ int InsertPart(const char* fileName, const char* protocolId, const char* connect
   object.local = local != 0;
   TheBoard().Insert(std::move(object), TextOf(secondFileName),
                     [&](BoardObject& placed, Document& next, FileChanges& files) {
-                      ImportFile(next, placed.name, TextOf(fileName), placed.modelPath, files);
+                      ImportModel(placed, next, TextOf(fileName), files);
                     });
   return 1;
 }
@@ -110,8 +117,7 @@ int ChangePart(const char* fileName, const char* protocolId, const char* connect
                            [&](BoardObject& object, Document& next, FileChanges& files) {
                              Apply(object, call);
                              object.local = local != 0;
-                             ImportFile(next, object.name, TextOf(fileName), object.modelPath,
-                                        files);
+                             ImportModel(object, next, TextOf(fileName), files);
                            });
   return 1;
 }

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "drawboard/Design.h"
+#include "drawboard/FacetBody.h"
 #include "drawboard/Kernel.h"
 #include "drawboard/Numbers.h"
 
@@ -306,6 +307,7 @@ class FormulaKernel final : public Kernel {
 
   std::optional<MassProperties> Weigh(const PartDescription& part) const override {
     const double density = DensityOf(part);
+    if (part.facets) return WeighFacets(part, density);
     if (const auto profile = ProfileOf(part)) return WeighProfile(part, *profile, density);
     const auto body = BodyOf(part);
     if (!body) return std::nullopt;
@@ -313,6 +315,7 @@ class FormulaKernel final : public Kernel {
   }
 
   Outlines Draw(const PartDescription& part) const override {
+    if (part.facets) return part.facets->Draw();
     if (const auto profile = ProfileOf(part)) return {PointsOf(*profile)};
     const auto body = BodyOf(part);
     if (!body) return {};
@@ -351,6 +354,12 @@ class FormulaKernel final : public Kernel {
   }
 
  private:
+  static MassProperties WeighFacets(const PartDescription& part, double density) {
+    MassProperties cube;
+    cube.mass = density * std::pow(ScaleOf(part.unit), 3);
+    return part.facets->Weigh(InDocumentUnits(cube, part.unit).mass);
+  }
+
   static std::optional<MassProperties> WeighProfile(const PartDescription& part,
                                                     const Profile& profile, double density) {
     const Numbers numbers(part.parameters);

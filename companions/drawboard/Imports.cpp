@@ -2,8 +2,10 @@
 
 #include "drawboard/BoardError.h"
 #include "drawboard/DriveFiles.h"
+#include "drawboard/FacetBody.h"
 #include "drawboard/Folders.h"
 #include "platform/Files.h"
+#include "platform/System.h"
 
 namespace drawboard {
 namespace {
@@ -27,6 +29,18 @@ void ImportFile(const Document& document, const std::string& objectName, const s
     copy = FreePath(document.folders.assembly + "\\" + objectName, ExtensionOf(source));
   }
   files.Write(copy, *contents);
+}
+
+std::shared_ptr<const FacetBody> ReadModelFile(const std::string& path) {
+  const std::string extension = quillmar::platform::LowerCase(ExtensionOf(path));
+  if (extension != ".c3d" && extension != ".c3p") return nullptr;
+  const auto contents = ReadWholeFile(path);
+  if (!contents) throw BoardError("Cannot read \"" + path + "\"");
+  try {
+    return std::make_shared<FacetBody>(*contents);
+  } catch (const BoardError& error) {
+    throw BoardError(std::string(error.what()) + " (\"" + path + "\")");
+  }
 }
 
 }  // namespace drawboard

@@ -2,6 +2,7 @@
 // other program's files are temporary.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "drawboard/Document.h"
@@ -14,5 +15,9 @@ namespace drawboard {
 // copies nothing. Throws a BoardError when the source cannot be read.
 void ImportFile(const Document& document, const std::string& objectName, const std::string& source,
                 std::string& copy, FileChanges& files);
+
+// The body in a model file (".c3d", ".c3p"); null for other files. Throws a BoardError when the
+// file cannot be read or encloses no body.
+std::shared_ptr<const FacetBody> ReadModelFile(const std::string& path);
 
 }  // namespace drawboard

@@ -11,6 +11,8 @@
 
 namespace drawboard {
 
+class FacetBody;
+
 enum class Unit { Millimetre, Inch };
 
 // A cam's profile: points as the calculation gives them, in the base unit.
@@ -26,6 +28,8 @@ struct Profile {
 struct PartDescription {
   NamedTexts parameters;
   std::optional<Profile> profile;
+  // The body itself, where it came in a model file; dimensions then say nothing.
+  std::shared_ptr<const FacetBody> facets = {};
   Unit unit = Unit::Millimetre;
   std::string model;  // library model without folder and extension, in lower case
   NamedTexts featureStates;

@@ -49,7 +49,7 @@ std::string SvgPolygon(const std::vector<Point>& outline) {
   std::string points;
   for (const Point& point : outline) {
     if (!points.empty()) points += ' ';
-    points += FormatNumber(point.x) + "," + FormatNumber(-point.y);
+    points += FormatNumber(point.x) + "," + FormatNumber(0.0 - point.y);
   }
   return "  <polygon points=\"" + points + "\"/>\n";
 }

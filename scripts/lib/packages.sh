@@ -3,8 +3,9 @@
 
 native_packages=(g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libcli11-dev libfmt-dev
   libocct-data-exchange-dev libtbb-dev)
+# wmf2svg of libwmf-bin reads nothing without the fonts.
 test_packages=(clang libclang-rt-14-dev clang-format googletest libgtest-dev libgmock-dev libbenchmark-dev
-  libabsl-dev pkg-config doxygen admesh python3 python3-ezdxf)
+  libabsl-dev pkg-config doxygen admesh libwmf-bin fonts-urw-base35 python3 python3-ezdxf)
 # Without it one test is skipped.
 browser_packages=(chromium)
 windows_packages=(g++ cmake ninja-build g++-mingw-w64-i686-posix nlohmann-json3-dev libcli11-dev libfmt-dev

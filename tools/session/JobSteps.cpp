@@ -10,7 +10,8 @@ namespace {
 
 using Json = JobJson;
 
-constexpr const char* kCalculations[] = {"GEAR1", "SHAFT", "CAM", "THRJOIN", "KEYWAY", "SURFACE"};
+constexpr const char* kCalculations[] = {"GEAR1",  "SHAFT",   "CAM",   "THRJOIN",
+                                         "KEYWAY", "SURFACE", "SLEEVE"};
 // Kinds of objects that an older document may hold.
 constexpr const char* kOldKinds[] = {"part", "parametric part", "shaft", "feature", "cam"};
 

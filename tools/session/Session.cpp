@@ -34,6 +34,9 @@ constexpr const char* kWorkspace = "\\Drawboard\\Workspace";
 constexpr int kShowFlag = 0x10 | 0x40;
 constexpr int kModelFileKind = 1;
 constexpr int kDxfDrawings = 2;
+constexpr int kFacetModels = 7;
+// Calculations of whose parts the host writes the body.
+constexpr const char* kModelCalculations[] = {"SLEEVE"};
 
 // When the CAD complained this long ago, what is waited for will not come.
 constexpr auto kHopelessAfter = std::chrono::seconds(1);
@@ -177,6 +180,7 @@ void Session::RunStep(const Step& step) {
   timeline.Title(record.title);
   try {
     if (watcher.interrupted && watcher.interrupted()) throw SessionInterrupted();
+    if (const int files = FilesOf(step); files != takenFiles) TakeFiles(files);
     std::visit([&](const auto& kind) { Perform(kind); }, step);
   } catch (const SessionError& error) {
     records.back().failure = error.what();
@@ -221,10 +225,31 @@ void Session::LogIn() {
                                  kPartExtension, kFeatureExtension, kSettingsName, &status);
   });
   Require(result == 1 && status == 1, "LoginCad failed");
-  Require(Call("Set2dFileType", std::to_string(kDxfDrawings),
-               [&] { return module->call.Set2dFileType(kDxfDrawings); }),
-          "Set2dFileType failed");
+  TakeFiles(kDxfDrawings);
   if (watcher.tell) watcher.tell("Logged in");
+}
+
+void Session::TakeFiles(int fileType) {
+  takenFiles = fileType;
+  Require(Call("Set2dFileType", std::to_string(fileType),
+               [&] { return module->call.Set2dFileType(fileType); }),
+          "Set2dFileType failed");
+}
+
+// The module keeps one type for drawings and models.
+int Session::FilesOf(const Step& step) {
+  std::string calculation = std::visit(
+      [](const auto& kind) {
+        if constexpr (requires { kind.calculation; }) return kind.calculation;
+        return std::string();
+      },
+      step);
+  if (const auto known = started.find(NameOf(step)); known != started.end()) {
+    calculation = known->second.calculation;
+  }
+  const bool model = std::find(std::begin(kModelCalculations), std::end(kModelCalculations),
+                               calculation) != std::end(kModelCalculations);
+  return model ? kFacetModels : kDxfDrawings;
 }
 
 void Session::LogOut() {

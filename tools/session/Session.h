@@ -57,6 +57,10 @@ class Session {
   static int QM_CDECL OnSaving(void* session, int made, int count, const char* name);
   void LogIn();
   void LogOut();
+  // Tells the module which files the CAD takes from the host, and which those are that a step is
+  // about: DXF drawings, or models as facets.
+  void TakeFiles(int fileType);
+  int FilesOf(const Step& step);
   void AwaitHostEnd();
 
   void Perform(const Calculation& calculation);
@@ -167,6 +171,7 @@ class Session {
   Orders orders;
   Cad cad;
   std::optional<Module> module;
+  int takenFiles = 0;
   struct Started {
     std::string calculation;  // data-file type; empty for what is not calculated
     Names objects;            // names in the CAD's document, UTF-8

@@ -5,6 +5,7 @@
 #include "hexaplan/calculation/KeyCalculation.h"
 #include "hexaplan/calculation/ShaftCalculation.h"
 #include "hexaplan/calculation/SheetFormatCalculation.h"
+#include "hexaplan/calculation/SleeveCalculation.h"
 #include "hexaplan/calculation/SpurGearCalculation.h"
 #include "hexaplan/calculation/SurfaceSymbolCalculation.h"
 
@@ -34,8 +35,9 @@ std::vector<CalculatedPart> Calculate(const Calculation& calculation, Inputs& in
 
 const Calculation* FindCalculation(const std::string& dataFileType) {
   const NameLess less;
-  for (const Calculation* each : {&SpurGears(), &Shafts(), &DiscCams(), &BoltedJoints(),
-                                  &ParallelKeys(), &SheetFormats(), &SurfaceSymbols()}) {
+  for (const Calculation* each :
+       {&SpurGears(), &Shafts(), &DiscCams(), &BoltedJoints(), &ParallelKeys(), &Sleeves(),
+        &SheetFormats(), &SurfaceSymbols()}) {
     if (!less(dataFileType, each->DataFile()) && !less(each->DataFile(), dataFileType)) return each;
   }
   return nullptr;

@@ -13,6 +13,7 @@ namespace hexaplan {
 // material to the part that it belongs to, a cut takes it away.
 enum class PartKind {
   Parametric = 2,
+  Model = 3,  // the host writes its body into a file
   Feature = 7,
   Cut = 8,
   Shaft = 9,

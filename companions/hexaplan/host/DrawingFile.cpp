@@ -14,7 +14,7 @@ namespace hexaplan {
 
 namespace {
 
-// The sections of a shaft, or a gear as the one section it is cut from.
+// The sections of a shaft, or a gear or a sleeve as the one section it is cut from.
 TurnedBody BodyOf(const Values& values) {
   TurnedBody body;
   const int count = static_cast<int>(values.Of("#spiCount"));

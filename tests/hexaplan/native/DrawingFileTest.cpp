@@ -1,7 +1,7 @@
 // The host's drawings as a reader of DXF files sees them that is not ours.
 #include "hexaplan/host/DrawingFile.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdio>
 #include <fstream>
@@ -158,6 +158,41 @@ TEST(DrawingFile, HonoursWhatTheCadAsksFor) {
   EXPECT_EQ(OutputOf(QUILLMAR_READ_DXF " " + machine.HostPath(path).string()),
             "AC1009\nCENTRE 1 CENTER\nOUTLINE 3 HIDDEN\nLINE CENTRE 1\nLINE OUTLINE 4\n"
             "-7.000 -4.000 47.000 4.000\n-7.000 -4.000 47.000 4.000\n0 0\n");
+}
+
+// No facet stands alone, and the volume is that of the body with 72 sides; the reader takes numbers
+// of seven digits.
+TEST(DrawingFile, ModelsAreReadByOthers) {
+  const TestMachine machine;
+  const std::string path = "C:\\Vantorel\\model.c3d";
+  const auto meshed = [&](const std::vector<DataParameter>& parameters, const char* dataFile) {
+    EXPECT_TRUE(WriteDrawing(path, dataFile, parameters));
+    return OutputOf("admesh " + machine.HostPath(path).string() +
+                    " | grep -E 'Total disconnected|Number of parts|Backwards' | xargs");
+  };
+  const std::string sleeve =
+      meshed({{"da", "40", "mm"}, {"dh", "30", "mm"}, {"b", "20", "mm"}}, "SLEEVE");
+  const std::string one = "Total disconnected facets : 0 0 Number of parts : 1 Volume : ";
+  // 72 / 2 sin(5 deg) (20^2 - 15^2) 20 = 10981.6
+  EXPECT_THAT(sleeve, testing::StartsWith(one + "1098"));
+  const std::string shaft = meshed({{"#spiCount", "2", "ND"},
+                                    {"l_1", "50", "mm"},
+                                    {"d_1", "30", "mm"},
+                                    {"l_2", "100", "mm"},
+                                    {"d_2", "40", "mm"}},
+                                   "SHAFT");
+  EXPECT_THAT(shaft, testing::StartsWith(one + "1608"));
+}
+
+TEST(DrawingFile, PicturesAreReadByOthers) {
+  const TestMachine machine;
+  const std::string path = "C:\\Vantorel\\picture.wmf";
+  ASSERT_TRUE(WriteDrawing(path, "SPURGEAR", {{"da", "100", "mm"}, {"d", "90", "mm"}}));
+  // The reader makes it 512 wide, which are the 110 of the centre lines.
+  const std::string svg = OutputOf("wmf2svg " + machine.HostPath(path).string() +
+                                   " | grep -oE '<ellipse|<line|r[xy]=\"[0-9]+'"
+                                   " | tr -d '\"' | xargs");
+  EXPECT_EQ(svg, "<ellipse rx=232 ry=232 <ellipse rx=209 ry=209 <line <line\n");
 }
 
 }  // namespace
