@@ -36,6 +36,11 @@ std::string Pair(int code, const std::string& value) {
   return std::to_string(code) + "\n" + value + "\n";
 }
 
+// A variable of the header that holds a point.
+std::string DxfVariable(const char* name, double x, double y) {
+  return Pair(9, name) + Pair(10, FormatNumber(x)) + Pair(20, FormatNumber(y)) + Pair(30, "0");
+}
+
 std::string DxfPolyline(const std::vector<Point>& outline) {
   std::string text = Pair(0, "POLYLINE") + Pair(8, "0") + Pair(66, "1") + Pair(70, "1");
   for (const Point& point : outline) {
@@ -72,9 +77,11 @@ Outlines DrawDocument(const Document& document, const Kernel& kernel) {
 }
 
 std::string OutlinesToDxf(const Outlines& outlines) {
+  const Box box = BoxOf(outlines);
   std::string text = Pair(0, "SECTION") + Pair(2, "HEADER") + Pair(9, "$ACADVER") +
-                     Pair(1, "AC1009") + Pair(0, "ENDSEC") + Pair(0, "SECTION") +
-                     Pair(2, "ENTITIES");
+                     Pair(1, "AC1009") + DxfVariable("$EXTMIN", box.left, box.bottom) +
+                     DxfVariable("$EXTMAX", box.right, box.top) + Pair(0, "ENDSEC") +
+                     Pair(0, "SECTION") + Pair(2, "ENTITIES");
   for (const auto& outline : outlines) text += DxfPolyline(outline);
   return text + Pair(0, "ENDSEC") + Pair(0, "EOF");
 }

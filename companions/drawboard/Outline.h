@@ -11,7 +11,7 @@ namespace drawboard {
 // The outlines of all objects that the kernel can build, each object beside the one before it.
 Outlines DrawDocument(const Document& document, const Kernel& kernel);
 
-// DXF R12: one closed polyline for each outline, on layer "0".
+// DXF R12: one closed polyline for each outline, on layer "0". The header says how far they reach.
 std::string OutlinesToDxf(const Outlines& outlines);
 std::string OutlinesToSvg(const Outlines& outlines);
 

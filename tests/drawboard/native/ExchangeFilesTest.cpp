@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <cstdio>
+#include <memory>
 #include <numbers>
 
 #include "../Bodies.h"
 #include "drawboard/DriveFiles.h"
+#include "platform/native/Machine.h"
 
 using drawboard::FilesOf;
 using drawboard::ReadWholeFile;
@@ -55,6 +58,27 @@ TEST_F(Bodies, SavingWritesTheFilesOfWhatHasChanged) {
   ASSERT_EQ(cad.Drawboard_SaveDocument(""), 1);
   EXPECT_THAT(*ReadWholeFile(Parts() + "\\Sun.step"), HasSubstr("PRODUCT('Sun'"));
   EXPECT_EQ(Messages(), "");
+}
+
+// As a reader of DXF files finds it that is not ours.
+TEST_F(Bodies, TheDrawingOfTheDocumentIsReadByOthers) {
+  const std::string path = folder + "\\drawing.dxf";
+  const auto read = [&] {
+    EXPECT_EQ(cad.CreateDxfFile(path.c_str()), 1) << Messages();
+    const auto file = quillmar::platform::Machine::Current().HostPath(path);
+    const std::string command = QUILLMAR_READ_DXF " " + file.string();
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    std::string output;
+    for (int c = std::fgetc(pipe.get()); c != EOF; c = std::fgetc(pipe.get())) {
+      output += static_cast<char>(c);
+    }
+    return output;
+  };
+  ASSERT_EQ(InsertShaft("P1", "d_1,20,l_1,40,d_2,30,l_2,60"), 1);
+  ASSERT_EQ(Insert("C:\\Models\\Wheel.dbp", "P2", "d,50,b,10,dh,20"), 1);
+  // The wheel stands a tenth of the shaft's length beside it.
+  const std::string extents = "0.000 -25.000 120.000 25.000\n";
+  EXPECT_EQ(read(), "AC1009\nPOLYLINE 0 3\n" + extents + extents + "0 0\n");
 }
 
 // Only the modeller sees that the profile crosses itself.
