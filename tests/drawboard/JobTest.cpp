@@ -167,6 +167,7 @@ TEST(Job, IsWrittenBackAsTheSessionEnded) {
     {"do": "old part", "name": "old", "calculation": "SHAFT", "kind": "shaft", "values": {"ElNum": 1}},
     {"do": "user part", "name": "lever", "views": "front", "unit": "in", "x": 1, "as": "DXF"},
     {"do": "refresh links"},
+    {"do": "refresh bill"},
     {"do": "group manager", "name": "bolts"}]})");
   session::SessionData data;
   data.document = R"({"objects": [{"name": "S1", "protocolId": "P1",

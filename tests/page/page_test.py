@@ -210,6 +210,16 @@ def bill_is_the_csv(session):
     rows = session.dom.by_id("bill-table").all(lambda n: n.tag == "tr")
     expect([[cell.text() for cell in row.children] for row in rows], wanted)
     expect(int(session.figure("parts").attributes["data-value"]), sum(int(r[1]) for r in wanted[1:]))
+    # What the CAD weighs, views included, not what the calculations estimate; and every part has the
+    # texts that the options ask for since the middle of the tour.
+    def mass(record):
+        return float(record.get("physicalProperties", {}).get("Mass", 0))
+    weighed = {f"{mass(each) + sum(mass(o) for o in session.document['objects'] if o['viewOf'] in ids):.6g} kg"
+               for each in session.document["objects"] if mass(each)
+               for ids in [[each["protocolId"], *each["formerIds"]]]}
+    columns = {name: [row[i] for row in wanted[1:]] for i, name in enumerate(wanted[0])}
+    assert len(columns["Body mass"]) > 10 and set(columns["Body mass"]) <= weighed, (columns, weighed)
+    assert all(columns["Calculation"]) and "SLEEVE" in columns["Calculation"], columns["Calculation"]
 
 
 def timeline_has_all_calls_and_marks_failures(session):

@@ -90,10 +90,10 @@ void Session::Perform(const Assembly&) {
   Leave({}, objects, true);
 }
 
-void Session::Perform(const LinkRefresh&) {
+void Session::RefreshAll(const char* function, const std::function<int()>& refresh,
+                         const std::string& nothing, const std::string& done) {
   const DocumentJson before = Document();
-  Require(Call("RefreshAllLinks", {}, [&] { return module->call.RefreshAllLinks(); }),
-          "RefreshAllLinks failed");
+  Require(Call(function, {}, refresh), fmt::format("{} failed", function));
   PumpUntil([] { return true; }, [] { return false; });
   const DocumentJson after = Document();
   Names updated;
@@ -101,10 +101,21 @@ void Session::Perform(const LinkRefresh&) {
     const std::string name = object["name"].get<std::string>();
     if (ChangesOf(after, name) > ChangesOf(before, name)) updated.push_back(name);
   }
-  Done(updated.empty()
-           ? "No object in the CAD is linked"
-           : fmt::format("Links are refreshed; updated in the CAD are {}", ListOf(updated)));
+  Done(updated.empty() ? nothing
+                       : fmt::format("{}; updated in the CAD are {}", done, ListOf(updated)));
   Leave({}, std::move(updated), false);
+}
+
+void Session::Perform(const LinkRefresh&) {
+  RefreshAll(
+      "RefreshAllLinks", [&] { return module->call.RefreshAllLinks(); },
+      "No object in the CAD is linked", "Links are refreshed");
+}
+
+void Session::Perform(const BillRefresh&) {
+  RefreshAll(
+      "UpdateExtendedData", [&] { return module->call.UpdateExtendedData(); },
+      "No part in the CAD stands in a bill of materials", "The bill of materials is refreshed");
 }
 
 void Session::Perform(const GroupManager& step) {

@@ -142,6 +142,9 @@ struct UserPart {
 // Updates whatever is linked.
 struct LinkRefresh {};
 
+// Gives every part the texts for bills of materials that the options of the user now ask for.
+struct BillRefresh {};
+
 // Lets the group manager work on a group, in a session of its own beside this one.
 struct GroupManager {
   std::string name;  // of the group
@@ -149,7 +152,7 @@ struct GroupManager {
 
 using Step =
     std::variant<Calculation, Change, Settings, NewLogin, Group, Assembly, Drawing, Picture, Format,
-                 OldPart, UserPart, LinkRefresh, GroupManager, Update, Copy, Replace>;
+                 OldPart, UserPart, LinkRefresh, BillRefresh, GroupManager, Update, Copy, Replace>;
 
 // The word that a job's "do" names a step with, the step's name (empty for one without), what it
 // does for people (UTF-8), and what was left of it by an earlier session (null for a step that

@@ -208,6 +208,7 @@ constexpr StepKind kSteps[] = {
     {"old part", ReadOldPart},
     {"user part", ReadUserPart},
     {"refresh links", ReadBare<LinkRefresh>},
+    {"refresh bill", ReadBare<BillRefresh>},
     {"group manager", ReadGroupManager},
     {"update", ReadInputsOf<Update>},
     {"copy", ReadPartCommand<Copy>},
@@ -238,6 +239,7 @@ std::string Detail(const LinkRefresh&) { return "refresh all links"; }
 std::string Detail(const Update&) { return "update the selected part"; }
 std::string Detail(const Copy& step) { return "copy " + step.of; }
 std::string Detail(const Replace& step) { return "replace " + step.of; }
+std::string Detail(const BillRefresh&) { return "refresh the bill of materials"; }
 std::string Detail(const GroupManager&) { return "let the group manager solve it"; }
 
 }  // namespace

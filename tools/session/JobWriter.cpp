@@ -97,6 +97,7 @@ class Writer {
   void Write(const NewLogin&, JobJson&) {}
   void Write(const Assembly&, JobJson&) {}
   void Write(const LinkRefresh&, JobJson&) {}
+  void Write(const BillRefresh&, JobJson&) {}
   void Write(const GroupManager&, JobJson&) {}
 
   void Write(const Settings& step, JobJson& json) {

@@ -247,7 +247,9 @@ int Session::FilesOf(const Step& step) {
   if (const auto known = started.find(NameOf(step)); known != started.end()) {
     calculation = known->second.calculation;
   }
-  const bool model = std::find(std::begin(kModelCalculations), std::end(kModelCalculations),
+  // Of all parts only models have files then; drawings are left as they are.
+  const bool model = std::holds_alternative<BillRefresh>(step) ||
+                     std::find(std::begin(kModelCalculations), std::end(kModelCalculations),
                                calculation) != std::end(kModelCalculations);
   return model ? kFacetModels : kDxfDrawings;
 }

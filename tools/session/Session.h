@@ -75,6 +75,10 @@ class Session {
   void Perform(const OldPart& part);
   void Perform(const UserPart& part);
   void Perform(const LinkRefresh& step);
+  void Perform(const BillRefresh& step);
+  // An export that works on all that stands in the CAD; lines for the user say what was done.
+  void RefreshAll(const char* function, const std::function<int()>& refresh,
+                  const std::string& nothing, const std::string& done);
   void Perform(const GroupManager& step);
   void Perform(const Update& update);
   void Perform(const Copy& copy);
