@@ -166,7 +166,7 @@ TEST(DrawingFile, ModelsAreReadByOthers) {
   const TestMachine machine;
   const std::string path = "C:\\Vantorel\\model.c3d";
   const auto meshed = [&](const std::vector<DataParameter>& parameters, const char* dataFile) {
-    EXPECT_TRUE(WriteDrawing(path, dataFile, parameters));
+    EXPECT_TRUE(WriteDrawing(path, dataFile, parameters, {}));
     return OutputOf("admesh " + machine.HostPath(path).string() +
                     " | grep -E 'Total disconnected|Number of parts|Backwards' | xargs");
   };
@@ -187,7 +187,8 @@ TEST(DrawingFile, ModelsAreReadByOthers) {
 TEST(DrawingFile, PicturesAreReadByOthers) {
   const TestMachine machine;
   const std::string path = "C:\\Vantorel\\picture.wmf";
-  ASSERT_TRUE(WriteDrawing(path, "SPURGEAR", {{"da", "100", "mm"}, {"d", "90", "mm"}}));
+  ASSERT_TRUE(WriteDrawing(path, "SPURGEAR", {{"da", "100", "mm"}, {"d", "90", "mm"}},
+                           {.axisOverlap = 5, .layersFile = {}}));
   // The reader makes it 512 wide, which are the 110 of the centre lines.
   const std::string svg = OutputOf("wmf2svg " + machine.HostPath(path).string() +
                                    " | grep -oE '<ellipse|<line|r[xy]=\"[0-9]+'"
