@@ -116,11 +116,9 @@ def check_whole(folder):
 
 def an_interrupted_session_leaves_whole_files(image, folders):
     # The first part that is saved is a gear, which takes long enough to be interrupted.
-    moments = [lambda shown: b"saving " in shown, lambda shown: b"2/6" in shown,
-               lambda shown: time.monotonic() > start + 0.5]
+    moments = [lambda shown: b"saving " in shown, lambda shown: b"2/6" in shown, lambda shown: b"1/6" in shown]
     for i, moment in enumerate(moments):
         run = Run(image, next(folders), JOB)
-        start = time.monotonic()
         expect(run.interrupted(moment), 3, f"exit status at moment {i}")
         check_whole(run.folder)
         assert not (run.folder / "saved.json").exists(), "a job that was not carried out"
