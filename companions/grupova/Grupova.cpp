@@ -1,12 +1,17 @@
 // Grupova.exe: stands for the group manager. It logs in to the module as a session of its own, with
 // a driver that has no document behind it, lets the host solve the members of the group that it was
 // started for, and logs out. It shows nothing; what it did is recorded as the wizards' runs are.
+#include <chrono>
 #include <cstring>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "platform/Automation.h"
+#include "platform/Messages.h"
 #include "platform/Modules.h"
 #include "quillmar/CadDriver.h"
+#include "quillmar/CalculationHost.h"
 #include "quillmar/Exports.h"
 #include "recorder/Recorder.h"
 #include "wizard/WizardRun.h"
@@ -23,6 +28,8 @@ constexpr char kModule[] = "\\Quillmar\\Quillmar.dll";
 constexpr std::size_t kItemSize = 1024;
 // Kind of model files; any but -1, which would make it a CAD of its own.
 constexpr int kModelFileKind = 0;
+constexpr auto kLongestFarewell = std::chrono::milliseconds(500);
+constexpr auto kPumpInterval = std::chrono::milliseconds(5);
 
 // The exports that it uses.
 struct Module {
@@ -78,6 +85,19 @@ void Solve(const Module& module, const std::string& group) {
   if (!unsolved.empty()) throw Refusal("Not solved:" + unsolved);
 }
 
+// The calculation host is asked to leave by a message, which a program that ends at once would not
+// let through where host and program are one process. It stays when the options say so.
+void LogOut(const Module& module) {
+  module.LogoutCad();
+  platform::InitializeAutomation();
+  const auto begin = std::chrono::steady_clock::now();
+  while (platform::FindActiveObject(QM_HOST_CLASS_ID) != nullptr &&
+         std::chrono::steady_clock::now() - begin < kLongestFarewell) {
+    platform::PumpMessages();
+    std::this_thread::sleep_for(kPumpInterval);
+  }
+}
+
 void ManageGroup(const std::string& group) {
   const std::string folder = wizard::OwnFolder();
   const Module module(folder.substr(0, folder.rfind('\\')) + kModule);
@@ -88,10 +108,10 @@ void ManageGroup(const std::string& group) {
   try {
     Solve(module, group);
   } catch (const Refusal&) {
-    module.LogoutCad();
+    LogOut(module);
     throw;
   }
-  module.LogoutCad();
+  LogOut(module);
 }
 
 }  // namespace
