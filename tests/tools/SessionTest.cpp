@@ -59,6 +59,9 @@ TEST_F(SessionTool, TheTourShowsAllKindsOfObjectsAndGoesOnFromWhatItSaved) {
   const std::string save = " --save-job '" + saved.string() + "'";
   Ran ran = Session("--job " TOUR_JOB + save);
   ASSERT_EQ(ran.status, 0) << ran.output;
+  const Ran check =
+      RunLine("'" TOOLS_FOLDER "/quillmar-store' --image '" + image.string() + "' check");
+  EXPECT_EQ(check.status, 0) << check.output;
   const Json before = Document();
   std::set<std::string> kinds;
   for (const Json& object : before["objects"]) {
