@@ -12,8 +12,6 @@
 namespace drawboard {
 namespace {
 
-using Corner = FacetBody::Corner;
-using Facet = FacetBody::Facet;
 // From one corner to the next, as the facet runs.
 using Edge = std::pair<Corner, Corner>;
 
@@ -36,22 +34,6 @@ double TakeNumber(std::string_view& text) {
   Demand(read.ec == std::errc() && read.ptr == word.data() + word.size() && std::isfinite(number),
          "A corner of the model file is no number");
   return number + 0.0;  // a zero has no sign
-}
-
-std::vector<Facet> ReadFacets(std::string_view text) {
-  std::vector<Facet> facets;
-  Facet facet{};
-  std::size_t corners = 0;
-  while (!text.empty()) {
-    if (TakeWord(text) != "vertex") continue;
-    for (double& each : facet[corners]) each = TakeNumber(text);
-    DemandSize(
-        {std::abs(facet[corners][0]), std::abs(facet[corners][1]), std::abs(facet[corners][2])});
-    corners = (corners + 1) % 3;
-    if (corners == 0) facets.push_back(facet);
-  }
-  Demand(!facets.empty() && corners == 0, "The model file holds no facets");
-  return facets;
 }
 
 // How often each edge is passed, less how often the other way. Nothing is left over of the edges
@@ -127,6 +109,22 @@ std::vector<Point> Simplified(const std::vector<Point>& outline, double toleranc
 }
 
 }  // namespace
+
+std::vector<Facet> ReadFacets(std::string_view text) {
+  std::vector<Facet> facets;
+  Facet facet{};
+  std::size_t corners = 0;
+  while (!text.empty()) {
+    if (TakeWord(text) != "vertex") continue;
+    for (double& each : facet[corners]) each = TakeNumber(text);
+    DemandSize(
+        {std::abs(facet[corners][0]), std::abs(facet[corners][1]), std::abs(facet[corners][2])});
+    corners = (corners + 1) % 3;
+    if (corners == 0) facets.push_back(facet);
+  }
+  Demand(!facets.empty() && corners == 0, "The model file holds no facets");
+  return facets;
+}
 
 FacetBody::FacetBody(std::string_view text) : facets(ReadFacets(text)) {
   Demand(BorderOf(facets).empty(), "The body of the model file is not closed");

@@ -9,6 +9,14 @@
 
 namespace drawboard {
 
+// Three corners, in the order of the facet.
+using Corner = std::array<double, 3>;
+using Facet = std::array<Corner, 3>;
+
+// The facets of an STL text. Throws a BoardError, in words for the designer, when there are none or
+// one is damaged.
+std::vector<Facet> ReadFacets(std::string_view text);
+
 // Closed, its facets seen from outside run counterclockwise. Lengths in the document's unit, in
 // which the calculation wrote them.
 class FacetBody {
@@ -21,9 +29,6 @@ class FacetBody {
   MassProperties Weigh(double density) const;
   // The body's shadow along z; a hole that goes through along another axis has an outline too.
   Outlines Draw() const;
-
-  using Corner = std::array<double, 3>;
-  using Facet = std::array<Corner, 3>;
 
  private:
   std::vector<Facet> facets;

@@ -412,9 +412,8 @@ INSTANTIATE_TEST_SUITE_P(Commands, CommandSweep,
                          testing::Combine(testing::ValuesIn(kCommands),
                                           testing::Values(Mode::Once, Mode::FromThenOn)),
                          [](const auto& info) {
-                           return std::string(std::get<0>(info.param).name) +
-                                  (std::get<1>(info.param) == Mode::Once ? "FailsOnce"
-                                                                         : "FailsFromThenOn");
+                           return std::get<0>(info.param).name +
+                                  std::string(NameOf(std::get<1>(info.param)));
                          });
 
 }  // namespace

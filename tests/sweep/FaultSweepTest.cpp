@@ -128,9 +128,8 @@ INSTANTIATE_TEST_SUITE_P(Roads, FaultSweep,
                          testing::Combine(testing::ValuesIn(Roads()),
                                           testing::Values(Mode::Once, Mode::FromThenOn)),
                          [](const auto& info) {
-                           return std::string(std::get<0>(info.param).name) +
-                                  (std::get<1>(info.param) == Mode::Once ? "FailsOnce"
-                                                                         : "FailsFromThenOn");
+                           return std::get<0>(info.param).name +
+                                  std::string(NameOf(std::get<1>(info.param)));
                          });
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -13,43 +11,26 @@
 #include <utility>
 #include <vector>
 
+#include "drawboard/BoardError.h"
+#include "drawboard/FacetBody.h"
+
 namespace session {
 namespace {
 
-using Point = std::array<double, 3>;
-using Facet = std::array<Point, 3>;
+using drawboard::Facet;
+using Point = drawboard::Corner;
 
 constexpr double kSmooth = 0.98;      // cosine of the angle between facets of one round surface
 constexpr double kMargin = 0.05;      // around the picture, as a part of its larger side
 constexpr double kLineWidth = 0.004;  // the same
 
-// The next word of a text, which loses it.
-std::string_view TakeWord(std::string_view& text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  const std::string_view word = text.substr(0, text.find_first_of(kBlanks));
-  text.remove_prefix(word.size());
-  return word;
-}
-
-double TakeNumber(std::string_view& text) {
-  const std::string_view word = TakeWord(text);
-  double number = 0;
-  std::from_chars(word.data(), word.data() + word.size(), number);
-  return std::isfinite(number) ? number : 0;
-}
-
-std::vector<Facet> ReadFacets(std::string_view text) {
-  std::vector<Facet> facets;
-  std::size_t corners = 0;
-  Facet facet{};
-  while (!text.empty()) {
-    if (TakeWord(text) != "vertex") continue;
-    for (double& each : facet[corners]) each = TakeNumber(text);
-    corners = (corners + 1) % 3;
-    if (corners == 0) facets.push_back(facet);
+// None when the text is no body's.
+std::vector<Facet> FacetsOf(const std::string& text) {
+  try {
+    return drawboard::ReadFacets(text);
+  } catch (const drawboard::BoardError&) {
+    return {};
   }
-  return facets;
 }
 
 double Dot(const Point& a, const Point& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
@@ -119,7 +100,7 @@ std::pair<double, double> Project(const Point& point) {
 }  // namespace
 
 std::optional<std::string> GlbOfFacets(const std::string& text) {
-  const std::vector<Facet> facets = ReadFacets(text);
+  const std::vector<Facet> facets = FacetsOf(text);
   if (facets.empty()) return std::nullopt;
   Point low = facets[0][0];
   Point high = low;
@@ -160,7 +141,7 @@ std::optional<std::string> GlbOfFacets(const std::string& text) {
 std::optional<std::string> SvgOfFacets(const std::string& text) {
   std::string data;
   double left = INFINITY, right = -INFINITY, top = INFINITY, bottom = -INFINITY;
-  for (const auto& [ends, normals] : EdgesOf(ReadFacets(text))) {
+  for (const auto& [ends, normals] : EdgesOf(FacetsOf(text))) {
     if (!IsDrawn(normals)) continue;
     for (const Point* end : {&ends.first, &ends.second}) {
       const auto [x, y] = Project(*end);

@@ -7,7 +7,7 @@
 
 namespace session {
 
-// Nothing when the text holds no facet.
+// Nothing when the text holds no facet, or a damaged one.
 std::optional<std::string> GlbOfFacets(const std::string& facets);
 // An isometric picture of the edges that face the viewer.
 std::optional<std::string> SvgOfFacets(const std::string& facets);
